@@ -1,0 +1,86 @@
+// Declarations of elements and attributes: what a reference means, and of which type it is.
+#include "schema/XMLSchemaData.h"
+
+namespace caretwell {
+namespace {
+
+using TData = TXMLSchema::TData;
+
+// An element without a type of its own takes that of the element it may stand for.
+TXMLType ReadElementType(const TXMLSchema* schema, pugi::xml_node element) {
+    std::unordered_set<const void*> seen;
+    while (seen.insert(element.internal_object()).second) {
+        const TData& data = schema->GetData();
+        for (pugi::xml_node child : element.children()) {
+            TXMLKind kind = data.KindOf(child);
+            if (kind == xkComplexType || kind == xkSimpleType) return {schema, child.internal_object()};
+        }
+        std::string_view type = AttributeText(element, "type");
+        if (!type.empty()) return data.ResolveType(element, type);
+        std::string_view heads = AttributeText(element, "substitutionGroup");
+        const TXMLComponent* head = data.Resolve(element, TakeWord(heads), xnElement);
+        if (!head || !data.Set->Spend()) break;
+        schema = head->Schema;
+        element = head->Node;
+    }
+    return TXMLType("anyType");
+}
+
+TXMLType ReadAttributeType(const TXMLSchema* schema, pugi::xml_node attribute) {
+    const TData& data = schema->GetData();
+    if (pugi::xml_node child = data.FindChild(attribute, xkSimpleType))
+        return {schema, child.internal_object()};
+    std::string_view type = AttributeText(attribute, "type");
+    return type.empty() ? TXMLType("anySimpleType") : data.ResolveType(attribute, type);
+}
+
+}  // namespace
+
+TXMLDeclaration MakeAttribute(const TXMLSchema* schema, pugi::xml_node node) {
+    std::string_view name = AttributeText(node, "ref");
+    if (name.empty()) return {schema, node.internal_object(), schema, node.internal_object()};
+    const TData& data = schema->GetData();
+    if (const TXMLComponent* target = data.Resolve(node, name, xnAttribute))
+        return {schema, node.internal_object(), target->Schema, target->Node.internal_object()};
+    // xml:lang and its like are known to everybody, with or without a schema of their own.
+    if (!name.starts_with("xml:"))
+        data.Report(node, xsWarning, "Unknown reference to attribute " + std::string(name));
+    return {schema, node.internal_object(), nullptr, nullptr};
+}
+
+std::string_view TXMLDeclaration::GetName() const {
+    pugi::xml_node site(FSite);
+    bool isAttribute = FSchema->GetData().KindOf(site) == xkAttribute;
+    return isAttribute && HasRef() ? AttributeText(site, "ref")
+                                   : AttributeText(pugi::xml_node(FTarget), "name");
+}
+
+bool TXMLDeclaration::HasRef() const { return !pugi::xml_node(FSite).attribute("ref").empty(); }
+bool TXMLDeclaration::HasType() const { return !pugi::xml_node(FSite).attribute("type").empty(); }
+std::string_view TXMLDeclaration::GetTypeText() const { return AttributeText(pugi::xml_node(FSite), "type"); }
+
+std::optional<std::string_view> TXMLDeclaration::FindNamespace(std::string_view prefix) const {
+    const TData& data = FSchema->GetData();
+    auto found = data.FindPrefix(pugi::xml_node(FSite), prefix);
+    if (!found) return std::nullopt;
+    return data.Set->NamespaceTexts[*found];
+}
+
+TXMLType TXMLDeclaration::GetDataType() const {
+    pugi::xml_node target(FTarget);
+    if (!target) return {};
+    bool isElement = FTargetSchema->GetData().KindOf(target) == xkElement;
+    return isElement ? ReadElementType(FTargetSchema, target) : ReadAttributeType(FTargetSchema, target);
+}
+
+std::vector<TXMLDeclaration> TXMLAttributeGroup::GetAttributes() const {
+    std::vector<TXMLDeclaration> attributes;
+    const TData& data = FSchema->GetData();
+    for (pugi::xml_node node : pugi::xml_node(FNode).children()) {
+        bool isOffered = data.KindOf(node) == xkAttribute && AttributeText(node, "use") != "prohibited";
+        if (isOffered && data.Set->Spend()) attributes.push_back(MakeAttribute(FSchema, node));
+    }
+    return attributes;
+}
+
+}  // namespace caretwell
