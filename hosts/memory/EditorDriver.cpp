@@ -1,0 +1,355 @@
+#include "memory/EditorDriver.h"
+
+#include <algorithm>
+
+#include "markup/Hash.h"
+
+namespace caretwell {
+namespace {
+
+enum : char32_t { KeyTab = 9, KeyLineFeed = 10, KeyEnter = 13, KeyEscape = 27 };
+
+// Lists that ask for the next list without end must not hold the key for ever.
+constexpr int32_t MostListsForKey = 8;
+
+std::string Utf8Of(char32_t c) {
+    if (c < 0x10000) {
+        char16_t unit = static_cast<char16_t>(c);
+        return ToUtf8(std::u16string_view(&unit, 1));
+    }
+    char16_t pair[] = {static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10)),
+                       static_cast<char16_t>(0xDC00 + (c & 0x3FF))};
+    return ToUtf8(std::u16string_view(pair, 2));
+}
+
+// The manager's keys have 16 bits; a character beyond them is no key that it knows.
+constexpr char16_t KeyOf(char32_t c) { return c < 0x10000 ? static_cast<char16_t>(c) : u'\xFFFD'; }
+
+}  // namespace
+
+TEditorDriver::TEditorDriver(TRef<TEditView> view, TKibitzRegistry& registry, TRef<TMemoryServices> services,
+                             TWarning warning)
+    : FView(std::move(view)),
+      FRegistry(registry),
+      FServices(std::move(services)),
+      FWarning(std::move(warning)) {
+    FView->SetCompletion([this](int32_t style) {
+        if (style != INibEditActions::CompleteAsUser) return;
+        // A manager asks for the next list from inside Done, where it is not yet
+        // through with this one. The request waits until it is.
+        FIsRequested = true;
+        if (!FIsBusy) ForKey(false, [] {});
+    });
+}
+
+TEditorDriver::~TEditorDriver() {
+    Dismiss();
+    FView->SetCompletion({});
+}
+
+TRef<INibCodeInsightManager> TEditorDriver::Manager() const {
+    return FManager ? FManager : FRegistry.Find(FView->Buffer()->FileName());
+}
+
+// ---------------------------------------------------------------------- keys
+
+template <class TAction>
+void TEditorDriver::ForKey(bool isWriting, TAction action) {
+    if (!CheckPlace(isWriting, false)) return;
+    FIsBusy = true;
+    {
+        TUndoStep step(Text());
+        action();
+        OpenRequested();
+    }
+    FIsBusy = false;
+    Settle();
+}
+
+void TEditorDriver::TypeChar(char32_t c) {
+    if (c == KeyLineFeed) c = KeyEnter;
+    if (IsOpen() && !CheckPlace(c != KeyEscape, c == KeyEnter || c == KeyTab)) return;
+    if (!IsOpen() && c == KeyEscape) return;
+    ForKey(c != KeyEscape, [&] {
+        if (IsOpen()) TypeIntoList(c);
+        else TypeIntoText(c);
+    });
+}
+
+void TEditorDriver::PressKey(TEditorKey key) {
+    switch (key) {
+        case ekEnter: return TypeChar(KeyEnter);
+        case ekTab: return TypeChar(KeyTab);
+        case ekEscape: return TypeChar(KeyEscape);
+        case ekCtrlSpace: OpenList(); return;
+        case ekBackspace: return ForKey(true, [&] { DeletePrevious(); });
+        case ekUp:
+        case ekDown:
+        case ekLeft:
+        case ekRight: return ForKey(false, [&] { MoveCaret(key); });
+    }
+}
+
+bool TEditorDriver::OpenList() {
+    ForKey(false, [&] {
+        if (IsOpen()) return;
+        AskForList(0);
+        FIsAskedFor = IsOpen();
+    });
+    return IsOpen();
+}
+
+bool TEditorDriver::OpenListFor(char16_t c) {
+    ForKey(false, [&] {
+        if (!IsOpen()) AskForList(c);
+    });
+    return IsOpen();
+}
+
+// Whether the key may go on. A list whose ground has moved is dropped here; a key
+// that would have chosen from it then does nothing, and any other counts as typed
+// without a list.
+bool TEditorDriver::CheckPlace(bool isWriting, bool isChoice) {
+    if (!FView->IsOpen()) {
+        DropList("its view is closed");
+        return false;
+    }
+    if (isWriting && Text().IsReadOnly()) {
+        DropList("it is read-only");
+        return false;
+    }
+    if (!IsOpen() || FIsBusy || (Text().Revision() == FRevision && FView->CaretOffset() == FCaret))
+        return true;
+    DropList("the text has changed under the list");
+    return !isChoice;
+}
+
+// Lists that were asked for while a manager was at work.
+void TEditorDriver::OpenRequested() {
+    for (int32_t i = 0; FIsRequested && i < MostListsForKey; ++i) {
+        FIsRequested = false;
+        EndList(false);
+        AskForList(0);
+    }
+    FIsRequested = false;
+}
+
+void TEditorDriver::Settle() {
+    FRevision = Text().Revision();
+    FCaret = FView->CaretOffset();
+}
+
+// ------------------------------------------------------------ without a list
+
+void TEditorDriver::TypeIntoText(char32_t c) {
+    InsertTyped(c);
+    AskForList(KeyOf(c));
+}
+
+void TEditorDriver::InsertTyped(char32_t c) {
+    Text().Replace(FView->CaretOffset(), 0, c == KeyEnter ? Text().LineBreak() : Utf8Of(c));
+}
+
+bool TEditorDriver::IsBeforeCaret(char32_t c) {
+    std::string text = Utf8Of(c);
+    int32_t caret = FView->CaretOffset();
+    return Text().Substring(caret - static_cast<int32_t>(text.size()), caret) == text;
+}
+
+bool TEditorDriver::AskForList(char16_t c) {
+    FManager = FRegistry.Find(FView->Buffer()->FileName());
+    if (!FManager) return false;
+    bool isAllowed = true;
+    FManager->AllowCodeInsight(isAllowed, c);
+    if (!isAllowed) return false;
+    TNibCodeInsightType type = citNone;
+    TNibInvokeType invokeType = itNone;
+    FManager->GetCodeInsightType(c, FElement, type, invokeType);
+    if (type != citList) return false;
+
+    std::u16string token;
+    bool isShown = FManager->InvokeCodeCompletion(invokeType, token);
+    // Typing aids may already ask for another list in place of this one.
+    if (!isShown || FIsRequested) return false;
+    FTrigger = c;
+    ShowList();
+    return IsOpen();
+}
+
+void TEditorDriver::ShowList() {
+    FManager->GetSymbolList(FSymbols);
+    if (!FSymbols) return;
+    FList = MakeRef<TInsightList>();
+    FServices->SetCurrentList(FList);
+    FIsAskedFor = false;
+    // A list without one entry is not worth showing. The manager is told that it ended.
+    FSymbols->SetFilter({});
+    if (FSymbols->GetCount() == 0) EndList(false);
+    else Refilter();
+}
+
+// --------------------------------------------------------------- with a list
+
+void TEditorDriver::TypeIntoList(char32_t c) {
+    bool closeViewer = false, accept = false;
+    FManager->OnEditorKey(KeyOf(c), closeViewer, accept);
+    if (closeViewer) return CloseList(c, accept);
+    if (IsWordChar(c) || BeginsClosingForm(c)) {
+        InsertTyped(c);
+        return Refilter();
+    }
+    // No letter of a word, and nothing to the manager: the word that the list was
+    // about is over.
+    EndList(false);
+    TypeIntoText(c);
+}
+
+bool TEditorDriver::IsWordChar(char32_t c) const {
+    return FManager->EditorTokenValidChars(false).Contains(static_cast<uint8_t>(Utf8Of(c).front()));
+}
+
+// "</" is still about the elements that "<" has opened the list for.
+bool TEditorDriver::BeginsClosingForm(char32_t c) {
+    return c == '/' && FTrigger == '<' && FWord.empty() && IsBeforeCaret('<');
+}
+
+// The token before the caret narrows the list. Its exact name is selected, or else
+// the first that is left.
+void TEditorDriver::Refilter() {
+    auto position = FView->Position();
+    FWord = position->TakeText(FManager->EditorTokenValidChars(false), INibEditPosition::TakeBackwards);
+    position->Save();
+    position->MoveBy(0, -static_cast<int32_t>(FWord.size()));
+    FWordStart = FView->CaretOffset();
+    position->Restore();
+    FServices->SetTokenStart(FWordStart);
+
+    FSymbols->SetFilter(FWord);
+    int32_t index = -1;
+    FSymbols->FindSymIndex(FWord, index);
+    SelectItem(index >= 0 && index < ItemCount() ? index : 0);
+    FIsChosen = !FWord.empty();
+}
+
+void TEditorDriver::SelectItem(int32_t index) {
+    int32_t last = ItemCount() - 1;
+    index = std::clamp(index, std::min(last, 0), last);
+    FList->Select(index, index < 0 ? std::u16string() : Item(index).Name);
+}
+
+bool TEditorDriver::Select(std::u16string_view name) {
+    for (int32_t i = 0; i < ItemCount(); ++i) {
+        if (Item(i).Name != name) continue;
+        SelectItem(i);
+        FIsChosen = true;
+        return true;
+    }
+    return false;
+}
+
+TListItem TEditorDriver::Item(int32_t index) const {
+    TListItem item;
+    if (!FSymbols || index < 0 || index >= ItemCount()) return item;
+    item.Text = FSymbols->GetSymbolText(index);
+    item.Type = FSymbols->GetSymbolTypeText(index);
+    item.Class = FSymbols->GetSymbolClassText(index);
+    item.IsClosing = FSymbols->GetSymbolIsAbstract(index);
+    // A value stands in the column of types, behind a blank.
+    item.Name = item.Text.empty() ? item.Type.substr(item.Type.starts_with(u' ') ? 1 : 0) : item.Text;
+    return item;
+}
+
+std::vector<TListItem> TEditorDriver::Items() const {
+    std::vector<TListItem> items;
+    for (int32_t i = 0; i < ItemCount(); ++i) items.push_back(Item(i));
+    return items;
+}
+
+// ------------------------------------------------------------- closing a list
+
+// Does the key take what is selected? Tab always means the list. Enter, when the list
+// came by itself and nothing was typed for it, more likely means a new line; and any
+// other key must not write an item that nobody looked for.
+bool TEditorDriver::TakesChoice(char32_t c) const {
+    if (SelectedIndex() < 0) return false;
+    return FIsChosen || c == KeyTab || (c == KeyEnter && FIsAskedFor);
+}
+
+void TEditorDriver::CloseList(char32_t key, bool accept) {
+    bool isAccepted = accept && TakesChoice(key);
+    bool isWordEmpty = FWord.empty();
+    uint64_t before = Text().Revision();
+    EndList(isAccepted);
+
+    // What the manager does with a key it does in Done: a choice has its punctuation
+    // then, and a key that stands for itself is in the text. A key that it left alone
+    // with no choice made is a key typed by the user, and must not be lost.
+    bool isTyped = !isAccepted && Text().Revision() == before && key != KeyEscape;
+    if (isTyped) InsertTyped(key);
+    if (FIsRequested || key < ' ' || Text().Revision() == before) return;
+
+    // It is now a character before the caret like any other, and may open a list. The
+    // blank on the way to the word (as in "color: red") leaves the user where they were.
+    if (IsBeforeCaret(key) && AskForList(KeyOf(key))) return;
+    FIsRequested = FIsRequested || (key == ' ' && isWordEmpty && !isAccepted);
+}
+
+// The end of every list. Done reads the selection from the current list.
+void TEditorDriver::EndList(bool accepted) {
+    if (!IsOpen()) return;
+    if (!accepted) FList->Select(-1, {});
+    bool displayParams = false;
+    FManager->Done(accepted, displayParams);
+    FServices->SetCurrentList(nullptr);
+    FServices->SetTokenStart(std::nullopt);
+    FSymbols = nullptr;
+    FList = nullptr;
+    FWord.clear();
+    FIsAskedFor = FIsChosen = false;
+}
+
+void TEditorDriver::Dismiss() {
+    bool wasBusy = std::exchange(FIsBusy, true);
+    EndList(false);
+    FIsRequested = false;
+    FIsBusy = wasBusy;
+}
+
+void TEditorDriver::Detach() {
+    Dismiss();
+    FManager = nullptr;
+}
+
+void TEditorDriver::DropList(std::string_view reason) {
+    Dismiss();
+    Warn(reason);
+}
+
+void TEditorDriver::Warn(std::string_view reason) {
+    if (FWarning) FWarning(FView->Buffer()->FileName() + ": nothing written, since " + std::string(reason));
+}
+
+// --------------------------------------------------------------- other keys
+
+void TEditorDriver::MoveCaret(TEditorKey key) {
+    bool isVertical = key == ekUp || key == ekDown;
+    if (IsOpen() && isVertical) {
+        SelectItem(SelectedIndex() + (key == ekDown ? 1 : -1));
+        FIsChosen = true;
+        return;
+    }
+    EndList(false);
+    int32_t caret = FView->CaretOffset();
+    if (isVertical) FView->Position()->MoveBy(key == ekDown ? 1 : -1, 0);
+    else FView->SetCaretOffset(key == ekLeft ? Text().PreviousPlace(caret) : Text().NextPlace(caret));
+}
+
+void TEditorDriver::DeletePrevious() {
+    int32_t caret = FView->CaretOffset();
+    if (IsOpen() && caret <= FWordStart) EndList(false);
+    int32_t start = Text().PreviousPlace(caret);
+    Text().Replace(start, caret - start, {});
+    if (IsOpen()) Refilter();
+}
+
+}  // namespace caretwell
