@@ -113,7 +113,7 @@ public:
     std::vector<TXMLDeclaration> FElements;
 
     void Read(const TXMLSchema* schema, pugi::xml_node container) {
-        FPath.push_back({schema, container.first_child(), nullptr});
+        FPath.push_back({schema, container.first_child(), {}});
         while (!FPath.empty()) {
             TCursor& cursor = FPath.back();
             pugi::xml_node node = cursor.Next;
@@ -137,7 +137,7 @@ private:
         if (!isParticle || AttributeText(node, "maxOccurs") == "0") return;
         if (kind == xkElement) AddElement(schema, node);
         else if (kind == xkGroup) EnterGroup(FGroups.Enter(schema, node));
-        else FPath.push_back({schema, node.first_child(), nullptr});
+        else FPath.push_back({schema, node.first_child(), {}});
     }
 
     void EnterGroup(const TXMLComponent* group) {
