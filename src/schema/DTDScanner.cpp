@@ -1,0 +1,311 @@
+// Tokens: what stands in the text, wherever the text comes from.
+#include "schema/DTDScanner.h"
+
+#include "schema/DTDParser.h"
+
+namespace caretwell {
+namespace {
+
+constexpr std::string_view EditorsWord = "ATTRIBUTEEDITORS";
+constexpr std::string_view DeclarationsOrComment = "<!ELEMENT, <!ATTLIST, <!ENTITY, -";
+
+enum TByteClass : uint8_t { bcLetter = 1, bcDigit = 2, bcName = 4, bcNameStart = 8, bcEditor = 16 };
+
+constexpr std::array<uint8_t, 256> ClassifyBytes() {
+    std::array<uint8_t, 256> classes{};
+    for (size_t c = 0; c < 256; ++c) {
+        bool isLetter = (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+        bool isDigit = c >= '0' && c <= '9';
+        bool isName = isLetter || isDigit || c == '-' || c == '.' || c == ':' || c == '_';
+        bool isHigh = c >= 0xC0 && c != 0xD7 && c != 0xF7;
+        bool isStart = isLetter || c == ':' || c == '_' || isHigh;
+        int bits = (isLetter ? bcLetter : 0) | (isDigit ? bcDigit : 0) | (isName ? bcName : 0) |
+                   (isStart ? bcNameStart : 0) | (isName || c == '=' ? bcEditor : 0);
+        classes[c] = static_cast<uint8_t>(bits);
+    }
+    return classes;
+}
+constexpr auto ByteClasses = ClassifyBytes();
+
+constexpr bool Is(char c, TByteClass byteClass) {
+    return (ByteClasses[static_cast<uint8_t>(c)] & byteClass) != 0;
+}
+
+// No class holds the zero byte, so a run never leaves its block.
+const char* SkipRun(const char* position, TByteClass byteClass) {
+    while (Is(*position, byteClass)) ++position;
+    return position;
+}
+
+std::string_view View(const char* begin, const char* end) {
+    return {begin, static_cast<size_t>(end - begin)};
+}
+
+}  // namespace
+
+TDTDScanner::TDTDScanner(TDTDParser& parser) : FParser(parser) {
+    EnterKeywordSymbol("<!ENTITY", tkEntity);
+    EnterKeywordSymbol("<!ELEMENT", tkElement);
+    EnterKeywordSymbol("<!ATTLIST", tkAttList);
+}
+
+void TDTDScanner::EnterKeywordSymbol(std::string_view name, TTokenKind kind) {
+    TDTDKeywordSymbol& symbol = FKeywordList.emplace_back(name, kind);
+    TDTDKeywordSymbol*& head = FKeywords[Hash(name)];
+    symbol.FHashNext = head;
+    head = &symbol;
+}
+
+TTokenKind TDTDScanner::LookupKeywordSymbol(std::string_view name) const {
+    const TDTDSymbol* symbol = FKeywords[Hash(name)];
+    while (symbol && symbol->FName != name) symbol = symbol->FHashNext;
+    return symbol ? static_cast<const TDTDKeywordSymbol*>(symbol)->FTokenKind : tkIdentifier;
+}
+
+void TDTDScanner::ClearKeywordTable() {
+    FKeywords.fill(nullptr);
+    FKeywordList.clear();
+}
+
+void TDTDScanner::ParseError(TParseError severity, std::string_view format,
+                             std::initializer_list<std::string_view> arguments) const {
+    FParser.ParseError(severity, format, arguments);
+}
+
+void TDTDScanner::GetToken() {
+    while (!ReadToken()) {
+    }
+}
+
+bool TDTDScanner::ReadToken() {
+    if (FIsStopped) return ReadEnd();
+    SkipWhiteSpace();
+    FTokenStart = FPosition;
+    char c = *FPosition;
+    switch (c) {
+        case 0: return ReadEnd();
+        case '"':
+        case '\'': return HandleString(c);
+        case '!': return Take(tkBang, FPosition + 1);
+        case '#': return Take(tkPound, FPosition + 1);
+        case '%': return ReadPercent();
+        case '&': return Take(tkLogicalAnd, FPosition + 1);
+        case '(': return Take(tkLParen, FPosition + 1);
+        case ')': return ReadRParen();
+        case '*': return Take(tkAsterisk, FPosition + 1);
+        case '+': return Take(tkPlus, FPosition + 1);
+        case ',': return Take(tkComma, FPosition + 1);
+        case '-': return ReadMinus();
+        case '.': return Take(tkDot, FPosition + 1);
+        case '/': return Take(tkFSlash, FPosition + 1);
+        case ';': return Take(tkSemiColon, FPosition + 1);
+        case '<': return ReadLessThan();
+        case '>': return Take(tkGreaterThan, FPosition + 1);
+        case '?': return Take(tkQuestionMark, FPosition + 1);
+        case '[': return Take(tkLBracket, FPosition + 1);
+        case ']': return ReadRBracket();
+        case '|': return Take(tkLogicalOr, FPosition + 1);
+        default: break;
+    }
+    if (Is(c, bcNameStart)) return ReadIdentifier();
+    if (Is(c, bcDigit)) return ReadNumber();
+    return ReadInvalid();
+}
+
+bool TDTDScanner::Take(TTokenKind kind, const char* end) {
+    FToken = kind;
+    FTokenText.assign(FTokenStart, end);
+    FPosition = end;
+    return true;
+}
+
+bool TDTDScanner::ReadEnd() {
+    if (!EndOfStream()) return false;
+    FToken = tkEof;
+    return true;
+}
+
+bool TDTDScanner::ReadMinus() {
+    if (FPosition[1] != '-') return Take(tkMinus, FPosition + 1);
+    FPosition += 2;
+    HandleInlineComment();
+    return false;
+}
+
+bool TDTDScanner::ReadRParen() {
+    // Only what touches the parenthesis is its mark: behind a blank, "+" begins the
+    // inclusions of an element.
+    if (FPosition[1] == '+') return Take(tkRParenPlus, FPosition + 2);
+    return Take(tkRParen, FPosition + 1);
+}
+
+bool TDTDScanner::ReadRBracket() {
+    if (FPosition[1] == ']' && FPosition[2] == '>') return Take(tkConditionalSectionEnd, FPosition + 3);
+    ReportInvalid(']');
+    return Take(tkRBracket, FPosition + 1);
+}
+
+bool TDTDScanner::ReadNumber() {
+    const char* end = SkipRun(FPosition, bcDigit);
+    if (*end == '.') end = SkipRun(end + 1, bcDigit);
+    return Take(tkNumber, end);
+}
+
+bool TDTDScanner::ReadIdentifier() { return Take(tkIdentifier, SkipRun(FPosition + 1, bcName)); }
+
+bool TDTDScanner::ReadInvalid() {
+    ReportInvalid(*FPosition);
+    // The kind before stands again, so that rubbish within a declaration costs no more
+    // than that declaration. With none before, it must not look like the end.
+    TTokenKind kind = FToken;
+    Take(kind, FPosition + 1);
+    return kind != tkEof;
+}
+
+bool TDTDScanner::ReadLessThan() {
+    if (FPosition[1] != '!') return Take(tkLessThan, FPosition + 1);
+    char c = FPosition[2];
+    if (c == '-' && FPosition[3] == '-') return ReadMarkedComment();
+    if (c == '[') return Take(tkConditionalSectionStart, FPosition + 3);
+    if (Is(c, bcLetter)) {
+        const char* end = SkipRun(FPosition + 2, bcLetter);
+        return Take(LookupKeywordSymbol(View(FPosition, end)), end);
+    }
+    Take(tkLessThan, FPosition + (c == '-' ? 3 : 2));
+    FParser.ParseErrorExpected(DeclarationsOrComment, FTokenText);
+    return true;
+}
+
+bool TDTDScanner::ReadMarkedComment() {
+    FPosition += 4;
+    const char* end = SkipRun(FPosition, bcLetter);
+    bool isEditors = SameText(View(FPosition, end), EditorsWord);
+    FPosition = end;
+    if (isEditors) HandleEditors();
+    else HandleGlobalComment();
+    return false;
+}
+
+bool TDTDScanner::ReadPercent() {
+    const char* end = SkipRun(FPosition + 1, bcName);
+    if (end == FPosition + 1) return Take(tkPercent, end);
+    auto* entity = SymbolAs<TDTDParameterizedEntity>(
+        FParser.LookupSymbol(View(FPosition + 1, end), dtParameterizedEntity));
+    if (!entity) return Take(tkPercent, end);
+    FPosition = *end == ';' ? end + 1 : end;
+    if (!entity->FExternalID.empty()) PushIncludeFile(entity->FExternalID);
+    else PushParameterizedEntity(*entity);
+    return false;
+}
+
+bool TDTDScanner::HandleString(char quote) {
+    ++FPosition;
+    FTokenText.clear();
+    for (;;) {
+        const char* end = FPosition;
+        while (*end && *end != quote && *end != '\n' && *end != '\r') ++end;
+        FTokenText.append(FPosition, end);
+        FPosition = end;
+        if (*end == quote) {
+            ++FPosition;
+            break;
+        }
+        if (*end) SkipLineBreak();
+        else if (EndOfStream()) break;
+    }
+    FToken = tkStringLiteral;
+    return true;
+}
+
+void TDTDScanner::SkipComment(std::string_view end) {
+    for (;;) {
+        switch (*FPosition) {
+            case 0:
+                if (EndOfStream()) return ReportCut(end);
+                break;
+            case '\n':
+            case '\r': SkipLineBreak(); break;
+            case '-':
+                if (Follows(end)) {
+                    FPosition += end.size();
+                    return;
+                }
+                ++FPosition;
+                break;
+            default: ++FPosition;
+        }
+    }
+}
+
+void TDTDScanner::HandleEditors() {
+    for (;;) {
+        char c = *FPosition;
+        if (c == 0) {
+            if (EndOfStream()) return ReportCut("-->");
+        } else if (c == '\n' || c == '\r') {
+            SkipLineBreak();
+        } else if (Follows("-->")) {
+            FPosition += 3;
+            return;
+        } else if (c == '-' || !Is(c, bcEditor)) {
+            ++FPosition;
+        } else {
+            const char* end = SkipRun(FPosition, bcEditor);
+            // An entry may touch the end of the comment, whose hyphens are in its set.
+            if (*end == '>' && View(FPosition, end).ends_with("--")) end -= 2;
+            SetEditor(View(FPosition, end));
+            FPosition = end;
+        }
+    }
+}
+
+// element.attribute=editor; the declarations must have been read before.
+void TDTDScanner::SetEditor(std::string_view entry) {
+    size_t dot = entry.find('.');
+    size_t equals = dot == entry.npos ? dot : entry.find('=', dot);
+    if (equals == entry.npos) return;
+    auto* element = SymbolAs<TDTDElement>(FParser.LookupSymbol(entry.substr(0, dot), dtElement));
+    if (!element) return;
+    TDTDAttribute* attribute = element->LookupSymbol(entry.substr(dot + 1, equals - dot - 1));
+    if (attribute) attribute->FEditor = FParser.Intern(entry.substr(equals + 1));
+}
+
+void TDTDScanner::SkipWhiteSpace() {
+    for (;; ++FPosition) {
+        while (*FPosition == '\n' || *FPosition == '\r') SkipLineBreak();
+        if (*FPosition != ' ' && *FPosition != '\t') return;
+    }
+}
+
+void TDTDScanner::SkipLineBreak() {
+    char first = *FPosition++;
+    char other = first == '\n' ? '\r' : '\n';
+    if (*FPosition == other) ++FPosition;
+    if (!FInEntity) ++FLine;
+}
+
+bool TDTDScanner::Follows(std::string_view text) const {
+    for (size_t i = 0; i < text.size(); ++i)  // up to the zero byte and no further
+        if (FPosition[i] != text[i]) return false;
+    return true;
+}
+
+void TDTDScanner::ReportInvalid(char c) const {
+    ParseError(peError, "Invalid character in input stream %s", {std::string_view(&c, 1)});
+}
+
+void TDTDScanner::ReportCut(std::string_view expected) const {
+    if (!FIsStopped) FParser.ParseErrorExpected(expected, "end of file");
+}
+
+void TDTDScanner::Ignore() {
+    BeginIgnore();
+    do {
+        GetToken();
+        if (FToken == tkConditionalSectionStart) BeginIgnore();
+        else if (FToken == tkConditionalSectionEnd) EndIgnore();
+    } while (FToken != tkEof && FIgnoreDepth > 0);
+    FIgnoreDepth = 0;
+}
+
+}  // namespace caretwell

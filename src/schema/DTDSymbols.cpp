@@ -1,0 +1,97 @@
+#include "schema/DTDSymbols.h"
+
+#include <functional>
+
+namespace caretwell {
+
+TDTDExprNode* TDTDExprWalk::Next() {
+    if (FPending.empty()) return nullptr;
+    TDTDExprNode* node = FPending.back();
+    FPending.pop_back();
+    Push(node->Right);
+    Push(node->Left);
+    return node;
+}
+
+TDTDExprNode* TDTDExprList::GetExpr(int32_t index) const {
+    return index >= 0 && index < GetCount() ? FExprs[static_cast<size_t>(index)] : nullptr;
+}
+
+void TDTDExprList::Assign(const TDTDExprList& other) {
+    size_t count = other.FExprs.size();
+    FExprs.reserve(FExprs.size() + count);
+    for (size_t i = 0; i < count; ++i) FExprs.push_back(other.FExprs[i]);
+}
+
+TDTDExprList& TDTDSymbol::GetExprList() {
+    if (!FExprList) FExprList = std::make_unique<TDTDExprList>();
+    return *FExprList;
+}
+
+void TDTDAttribute::SetAttr(std::string_view value, bool required, bool fixed) {
+    // Nearly all attributes are one of these two, and a schema has thousands.
+    static constexpr TAttrAttributes Plain[] = {{false, false, {}}, {false, true, {}}};
+    if (value.empty() && !fixed) {
+        FAttrs = &Plain[required];
+        return;
+    }
+    FOwnAttrs = std::make_unique<TAttrAttributes>(TAttrAttributes{fixed, required, value});
+    FAttrs = FOwnAttrs.get();
+}
+
+int32_t TDTDEntity::GetValues(int32_t index) const {
+    return index >= 0 && index < GetValueCount() ? FValues[static_cast<size_t>(index)] : -1;
+}
+
+TDTDAttribute* TDTDElement::LookupSymbol(std::string_view name) {
+    if (!FIndex) FIndex = std::make_unique<TIndex>();
+    for (; FIndex->FEntered < FAttributes.size(); ++FIndex->FEntered) {
+        TDTDAttribute* attribute = FAttributes[FIndex->FEntered];
+        FIndex->FByName[attribute->FName] = attribute;
+    }
+    auto found = FIndex->FByName.find(name);
+    return found != FIndex->FByName.end() ? found->second : nullptr;
+}
+
+void TDTDElement::AddContent(TDTDExprNode* content) {
+    TDTDExprList& list = GetExprList();
+    bool isPlaceKept = list.GetCount() > 0 && !FIsDeclared;
+    if (isPlaceKept) list.SetExpr(0, content);
+    else list.AddExpr(content);
+    FIsDeclared = true;
+}
+
+size_t TDTDSymbolTable::BucketOf(std::string_view name) const {
+    return std::hash<std::string_view>()(name) & (FBuckets.size() - 1);
+}
+
+TDTDSymbol* TDTDSymbolTable::Lookup(std::string_view name) const {
+    TDTDSymbol* symbol = FBuckets[BucketOf(name)];
+    while (symbol && symbol->FName != name) symbol = symbol->FHashNext;
+    return symbol;
+}
+
+void TDTDSymbolTable::Enter(TDTDSymbol* symbol) {
+    if (++FCount > FBuckets.size()) Grow();
+    Link(symbol);
+}
+
+void TDTDSymbolTable::Link(TDTDSymbol* symbol) {
+    TDTDSymbol*& head = FBuckets[BucketOf(symbol->FName)];
+    symbol->FHashNext = head;
+    head = symbol;
+}
+
+void TDTDSymbolTable::Clear() {
+    FBuckets.assign(FirstSize, nullptr);
+    FCount = 0;
+}
+
+void TDTDSymbolTable::Grow() {
+    std::vector<TDTDSymbol*> old(FBuckets.size() * 2);
+    old.swap(FBuckets);
+    for (TDTDSymbol* symbol : old)
+        while (symbol) Link(std::exchange(symbol, symbol->FHashNext));
+}
+
+}  // namespace caretwell

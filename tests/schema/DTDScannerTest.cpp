@@ -1,0 +1,154 @@
+// Tokens of definitions, and the line that each one stands on.
+#include <gtest/gtest.h>
+
+#include "tests/schema/DTDTestText.h"
+
+namespace caretwell {
+namespace {
+
+constexpr const char* KindNames[] = {
+    "Eof", "Element", "AttList", "Entity", "Number", "Id", "<", "<![", "]]>", ">",   "!", ".", "/", "+", "#",
+    "-",   "?",       "*",       "|",      "&",      ")+", ",", "[",   "]",   "Str", "(", ")", "%", ";"};
+
+/// Kind and text of each token, "Id=a"; of the fixed ones the kind alone. Messages at the end.
+std::string Tokens(const std::string& text, TDTDRun& run) {
+    std::istringstream stream(text);
+    TDTDScanner& scanner = *run.Parser.FScanner;
+    scanner.LoadFromStream(stream, {});
+    scanner.StartFile();
+    std::string result;
+    for (scanner.GetToken(); scanner.FToken != tkEof; scanner.GetToken()) {
+        std::string kind = KindNames[scanner.FToken];
+        bool isFixed = scanner.FTokenText == kind;
+        result += (result.empty() ? "" : " ") + kind + (isFixed ? "" : "=" + scanner.FTokenText);
+    }
+    for (const auto& message : run.Messages) result += " {" + message + "}";
+    scanner.Close();
+    return result;
+}
+
+TEST(DTDScanner, Tokens) {
+    const struct {
+        std::string FText, FExpect;
+    } cases[] = {
+        {"", ""},
+        {"<!ELEMENT <!ATTLIST <!ENTITY", "Element=<!ELEMENT AttList=<!ATTLIST Entity=<!ENTITY"},
+        {"<!element <!DOCTYPE", "Id=<!element Id=<!DOCTYPE"},  // a keyword has its case
+        {"a-1.b:_ :x _y", "Id=a-1.b:_ Id=:x Id=_y"},
+        {"\xE9t\xE9 \xD7", "Id=\xE9t Id=\xE9 Id=\xD7 {1: Invalid character in input stream \\xD7}"},
+        {"12 1.5 3.x", "Number=12 Number=1.5 Number=3. Id=x"},
+        {")+ ) + )*", ")+ ) + ) *"},
+        {"! # & ( ) * + , . / ; > ? [ | < -", "! # & ( ) * + , . / ; > ? [ | < -"},
+        {"'a\"b' \"c'd\" ''", "Str=a\"b Str=c'd Str="},
+        {"'a\r\nb\n\nc'", "Str=abc"},
+        {"'cut", "Str=cut"},
+        {"<![ ]]> ]] ]",
+         "<![ ]]> ] ] ] {1: Invalid character in input stream ]}"
+         " {1: Invalid character in input stream ]} {1: Invalid character in input stream ]}"},
+        {"a -- not - me -- b", "Id=a Id=b"},
+        {"a <!-- b -- c - -> --> d <!---->e", "Id=a Id=d Id=e"},
+        {"a <!-- cut", "Id=a {1: Expected --> but found end of file}"},
+        {"a -- cut", "Id=a {1: Expected -- but found end of file}"},
+        {"<!- <!1 <!",
+         "<=<!- <=<! Number=1 <=<!"
+         " {1: Expected <!ELEMENT, <!ATTLIST, <!ENTITY, - but found <!-}"
+         " {1: Expected <!ELEMENT, <!ATTLIST, <!ENTITY, - but found <!}"
+         " {1: Expected <!ELEMENT, <!ATTLIST, <!ENTITY, - but found <!}"},
+        {"% %unknown; %", "% %=%unknown ; %"},
+        // A bad byte takes the kind before it; the first one must not look like the end.
+        {"a ~ , $",
+         "Id=a Id=~ , ,=$ {1: Invalid character in input stream ~}"
+         " {1: Invalid character in input stream $}"},
+        {"~a", "Id=a {1: Invalid character in input stream ~}"},
+        {std::string("a\0b 'c\0d'", 9),
+         "Id=a Id=b Str=cd {1: Invalid character in input stream \\x00}"
+         " {1: Invalid character in input stream \\x00}"},
+        {"\xEF\xBB\xBF<!ELEMENT", "Element=<!ELEMENT"},
+    };
+    for (const auto& c : cases) {
+        TDTDRun run;
+        EXPECT_EQ(Tokens(c.FText, run), c.FExpect) << c.FText;
+    }
+}
+
+TEST(DTDScanner, References) {
+    const std::pair<const char*, const char*> entities[] = {
+        {"x", "a|b"},     {"e", ""},          {"n", "%x;,%x"}, {"self", "a %self; b"},
+        {"r1", "1 %r2;"}, {"r2", "2 %r1; 3"}, {"open", "'p"},  {"half", "--"}};
+    const struct {
+        const char* FText;
+        const char* FExpect;
+    } cases[] = {
+        {"(%x;)", "( Id=a | Id=b )"},
+        {"(%x)", "( Id=a | Id=b )"},  // the ";" may be left out
+        {"%x;;%e;%e;z", "Id=a | Id=b ; Id=z"},
+        {"%n;.", "Id=a | Id=b , Id=a | Id=b ."},  // twice, but not within itself
+        {"'%x;'", "Str=%x;"},
+        {"%self; c", "Id=a Id=b Id=c {!1: Parameterized entity self expands into itself}"},
+        {"%r1; c", "Number=1 Number=2 Number=3 Id=c {!1: Parameterized entity r1 expands into itself}"},
+        {"%open; q' r", "Str=p q Id=r"},
+        {"%half; a -- b", "Id=b"},
+    };
+    for (const auto& c : cases) {
+        TDTDRun run;
+        for (auto [name, value] : entities) {
+            TDTDSymbol* symbol = run.Parser.EnterSymbol(name, dtParameterizedEntity);
+            SymbolAs<TDTDParameterizedEntity>(symbol)->FValue = value;
+        }
+        EXPECT_EQ(Tokens(c.FText, run), c.FExpect) << c.FText;
+    }
+}
+
+TEST(DTDScanner, ExpansionAtItsLimit) {
+    // {value of the outer entity up to the reference, behind it, length of the inner value, works}
+    const struct {
+        size_t FRest, FInner;
+        bool FWorks;
+    } cases[] = {
+        {0, 16383, true}, {0, 16384, true}, {0, 16385, false}, {100, 16284, true}, {100, 16285, false}};
+    for (const auto& c : cases) {
+        TDTDRun run;
+        auto enter = [&](const char* name, std::string value) {
+            SymbolAs<TDTDParameterizedEntity>(run.Parser.EnterSymbol(name, dtParameterizedEntity))->FValue =
+                value;
+        };
+        enter("inner", std::string(c.FInner, 'i'));
+        enter("outer", "%inner;" + std::string(c.FRest, ','));
+        std::string inner = c.FWorks ? "Id=" + std::string(c.FInner, 'i') : "";
+        std::string result = Tokens("%outer; z", run);
+        EXPECT_EQ(result.starts_with(inner), true) << c.FRest;
+        EXPECT_NE(result.find("Id=z"), result.npos);
+        EXPECT_EQ(run.AllMessages(), c.FWorks ? "" : "!1: Parameterized entity too long");
+    }
+    for (size_t length : {16383u, 16384u}) {  // out of the file itself one byte less
+        TDTDRun run;
+        auto* entity = SymbolAs<TDTDParameterizedEntity>(run.Parser.EnterSymbol("e", dtParameterizedEntity));
+        entity->FValue.assign(length, 'e');
+        EXPECT_EQ(Tokens("%e;", run),
+                  length == 16383 ? "Id=" + entity->FValue : " {!1: Parameterized entity too long}");
+    }
+}
+
+TEST(DTDScanner, BlocksAreCutAtLineBreaks) {
+    for (std::string lineBreak : {"\n", "\r", "\r\n", "\n\r"}) {
+        // Lines of all lengths, so that every kind of place meets the end of a block.
+        std::string text = "'", value;
+        int32_t lines = 1;
+        for (int i = 0; text.size() < 80000; ++i, ++lines) {
+            std::string line(static_cast<size_t>(i * 7919 % 311), 'x');
+            text += line + lineBreak;
+            value += line;
+        }
+        TDTDRun run;
+        EXPECT_TRUE(Tokens(text + "' ~", run) == "Str=" + value + " Str=~ {" + std::to_string(lines) +
+                                                     ": Invalid character in input stream ~}");
+    }
+    TDTDRun longest;
+    EXPECT_EQ(Tokens(std::string(16383, 'x') + "\ny", longest), "Id=" + std::string(16383, 'x') + " Id=y");
+    TDTDRun tooLong;
+    EXPECT_THROW(Tokens("a\n" + std::string(16384, 'x') + "\ny", tooLong), EDTDParserError);
+    EXPECT_EQ(tooLong.Parser.FScanner->FLine, 2);
+}
+
+}  // namespace
+}  // namespace caretwell
