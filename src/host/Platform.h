@@ -39,8 +39,8 @@ struct TFormControl {
     int32_t ModalResult = 0;  ///< of a button; 0 leaves the form open
     bool IsDefault = false;
     bool IsCancel = false;
-    int32_t TabOrder = -1;   ///< -1: not reached by the tab key
-    std::string Associate;   ///< of a spinner: the edit field that it drives
+    int32_t TabOrder = -1;  ///< -1: not reached by the tab key
+    std::string Associate;  ///< of a spinner: the edit field that it drives
 };
 
 /// A modal dialog as data. Shown by whatever form facility the host has.

@@ -47,11 +47,11 @@ public:
     TRef(const TRef& other) noexcept : TRef(other.FObject) {}
     TRef(TRef&& other) noexcept : FObject(std::exchange(other.FObject, nullptr)) {}
     template <class J>
-        requires std::is_convertible_v<J*, I*>
-    TRef(const TRef<J>& other) noexcept : TRef(static_cast<I*>(other.Get())) {}
+    requires std::is_convertible_v<J*, I*> TRef(const TRef<J>& other)
+    noexcept : TRef(static_cast<I*>(other.Get())) {}
     template <class J>
-        requires std::is_convertible_v<J*, I*>
-    TRef(TRef<J>&& other) noexcept : FObject(other.Detach()) {}
+    requires std::is_convertible_v<J*, I*> TRef(TRef<J>&& other)
+    noexcept : FObject(other.Detach()) {}
     ~TRef() {
         if (FObject) FObject->Release();
     }

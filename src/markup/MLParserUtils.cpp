@@ -7,8 +7,8 @@ namespace caretwell {
 namespace {
 
 constexpr std::array<std::string_view, 13> DTDTypes = {
-    "CDATA", "ENUMERATION", "ENTITY",   "ENTITIES", "EMPTY",  "ID",  "IDREF",
-    "IDREFS", "NMTOKEN",    "NMTOKENS", "NOTATION", "NUMBER", "NAME"};
+    "CDATA",  "ENUMERATION", "ENTITY",   "ENTITIES", "EMPTY",  "ID",  "IDREF",
+    "IDREFS", "NMTOKEN",     "NMTOKENS", "NOTATION", "NUMBER", "NAME"};
 
 int32_t LastID = -1;
 

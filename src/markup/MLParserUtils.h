@@ -22,8 +22,18 @@ enum TMLParserState : uint8_t { mlpsNone, mlpsParsing };
 enum INibMLTagFlag : uint8_t { tfGlobal, tfASPDirective };
 /// The kind of element that an observer is told of.
 enum TTagType : uint8_t {
-    ttComment, ttAttribute, ttOpen, ttClose, ttSingleLine, ttServerScript,
-    ttProcessingInstruction, ttText, ttDocType, ttDirective, ttAspComment, ttEntity,
+    ttComment,
+    ttAttribute,
+    ttOpen,
+    ttClose,
+    ttSingleLine,
+    ttServerScript,
+    ttProcessingInstruction,
+    ttText,
+    ttDocType,
+    ttDirective,
+    ttAspComment,
+    ttEntity,
 };
 /// The kind of a markup document; selects the default schema.
 enum TKibitzMode : uint8_t { kmHTML, kmXSL, kmWML, kmResX, kmXML };

@@ -1,0 +1,74 @@
+// A list that the user sees is never a copy: it is a sorted list seen through two
+// indexes that move while the user types.
+//
+//     aa ab b   filter "a" ->  [aa ab] b      filter "ab" ->  aa [ab] b
+//
+// The same range serves children, attributes, values, entities and style symbols.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "markup/Hash.h"
+
+namespace caretwell {
+
+/// What is left of a range when the filter sorts behind every name of the list.
+enum class TBeyondLast { KeepLast, Empty };
+
+template <class C>
+struct TFilteredRange {
+    using TView = std::basic_string_view<C>;
+
+    int32_t Start = 0;  ///< first visible index
+    int32_t End = 0;    ///< last visible index; Start - 1 when nothing is visible
+    std::basic_string<C> Filter;
+
+    int32_t GetCount(int32_t listSize) const { return std::min(End - Start + 1, listSize); }
+    void ShowAll(int32_t last) {
+        Start = 0;
+        End = last;
+    }
+
+    /// Index in the range of the first entry up to `last` that begins with prefix, -1 if none.
+    template <class TNameAt>
+    int32_t Find(TView prefix, int32_t last, TNameAt nameAt) const {
+        for (int32_t i = Start; i <= last; ++i)
+            if (StartsWithText(TView(nameAt(i)), prefix)) return i - Start;
+        return -1;
+    }
+
+    /// Narrows the range to the names that begin with value. A value that is shorter
+    /// than the old filter starts over; any other goes on from the present range.
+    template <class TNameAt>
+    void SetFilter(TView value, int32_t last, TNameAt nameAt, TBeyondLast beyond) {
+        if (value.empty() || value.size() < Filter.size()) ShowAll(last);
+        Filter = value;
+        if (!Filter.empty()) Narrow(last, nameAt, beyond);
+    }
+
+    template <class TNameAt>
+    void Narrow(int32_t last, TNameAt nameAt, TBeyondLast beyond) {
+        int32_t low = Start;
+        while (low <= last && CompareText(TView(Filter), TView(nameAt(low))) > 0) ++low;
+        if (low > last) {
+            if (beyond == TBeyondLast::KeepLast) Start = std::max(Start, last);
+            else Start = 1, End = 0;
+            return;
+        }
+        Start = low;
+        // "z" goes up to "[", which sorts behind every letter, only from capital "Z".
+        if (Filter.back() == 'z') Filter.back() = 'Z';
+        ++Filter.back();
+        for (int32_t i = low; i <= last; ++i) {
+            if (CompareText(TView(Filter), TView(nameAt(i))) > 0) continue;
+            End = i - 1;
+            break;
+        }
+        --Filter.back();
+    }
+};
+
+}  // namespace caretwell

@@ -1,0 +1,205 @@
+// Attributes as written on a tag: names, values, quotes, and whether the caret stands
+// in a value.
+//
+//     <a href = "x^" class=y>    FCurrentAttribute is href, FValuePos at the x
+#include <cstring>
+
+#include "parser/ByteClasses.h"
+#include "parser/MLParser.h"
+#include "tagmodel/HTMLAttribute.h"
+
+namespace caretwell {
+namespace {
+
+// Names are short: most lookups need no memory of their own.
+class TWideName {
+public:
+    explicit TWideName(std::string_view bytes) {
+        if (bytes.size() > sizeof(FBuffer) / sizeof(*FBuffer)) {
+            Take(ToUtf16(bytes));
+            return;
+        }
+        size_t i = 0;
+        for (; i < bytes.size() && static_cast<uint8_t>(bytes[i]) < 0x80; ++i)
+            FBuffer[i] = static_cast<char16_t>(bytes[i]);
+        if (i == bytes.size()) FView = {FBuffer, i};
+        else Take(ToUtf16(bytes));
+    }
+    std::u16string_view Get() const { return FView; }
+
+private:
+    void Take(std::u16string text) {
+        FLong = std::move(text);
+        FView = FLong;
+    }
+    char16_t FBuffer[64];
+    std::u16string FLong;
+    std::u16string_view FView;
+};
+
+}  // namespace
+
+TRef<INibMLTagAttribute> TMLParser::NewUnknownAttr(std::string_view name) const {
+    return MakeRef<TUnknownHTMLAttribute>(ToUtf16(name), -1);
+}
+
+TRef<INibMLTagAttribute> TMLParser::FindAttribute(std::string_view name) const {
+    return FCurrentTag ? FCurrentTag->FindAttribute(TWideName(name).Get()) : nullptr;
+}
+
+void TMLParser::AddTagAttr(TRef<INibMLTagAttribute> attribute, std::string_view value, char quoteOpen,
+                           char quoteClose) {
+    if (FCurrentTagAttrs) FCurrentTagAttrs->Add(std::move(attribute), value, quoteOpen, quoteClose);
+}
+
+// A boolean attribute written without a value means true.
+bool TMLParser::IsBooleanAttribute(INibMLTagAttribute& attribute) const {
+    return attribute.GetCount() == 2 && attribute.FindSymbol(u"true") >= 0 &&
+           attribute.FindSymbol(u"false") >= 0;
+}
+
+void TMLParser::ScanAttribute() {
+    TAttributeScan attribute;
+    BeginAttribute(attribute);
+    SkipWhiteSpace();
+    std::string& value = FValue;
+    value.clear();
+    if (*FPosition == '=' && !IsAtEnd()) {
+        if (!ScanAttributeValue(attribute, value)) return;
+    } else if (attribute.Symbol && IsBooleanAttribute(*attribute.Symbol)) {
+        value = "true";
+    }
+    EndAttribute(attribute, value);
+}
+
+void TMLParser::BeginAttribute(TAttributeScan& attribute) {
+    attribute.Start = Offset();
+    FQuoteOpen = FQuoteClose = 0;
+    if (FScan.BeforeCaret) {
+        FCurrentAttribute = nullptr;
+        FValueOffset = -1;
+    }
+    bool isByteBeforeNameBeforeCaret = IsBeforeCaret(FPosition - 1);
+    FPosition = ReadName(FAttrName);
+    attribute.NameEndBeforeCaret = IsBeforeCaret(FPosition);
+    if (FScan.IsClosing) return;
+    attribute.Symbol = FindAttribute(FAttrName);
+    if (!attribute.Symbol) attribute.Symbol = NewUnknownAttr(FAttrName);
+    // With the caret in the name itself, or directly behind it, names are completed.
+    if (isByteBeforeNameBeforeCaret && attribute.NameEndBeforeCaret) FCurrentAttribute = attribute.Symbol;
+}
+
+/// Reads from the "=" on. False if the attribute is dropped or the document has ended.
+bool TMLParser::ScanAttributeValue(TAttributeScan& attribute, std::string& value) {
+    ++FPosition;
+    const char* behindEquals = FPosition;
+    attribute.ValueStartOffset = Offset();
+    if (attribute.Symbol) attribute.Symbol->SetOffsetEnd(attribute.ValueStartOffset);
+    int32_t offset = Offset();
+    SkipWhiteSpace();
+    attribute.HasBlankBefore = FPosition != behindEquals || Offset() != offset;
+    if (attribute.Symbol) attribute.Symbol->SetAttributeValueStartOffset(attribute.ValueStartOffset);
+    NoteValuePos(attribute);
+    char first = *FPosition;
+    attribute.Quoted = first == '"' || first == '\'';
+    FQuoteOpen = attribute.Quoted ? first : '\0';
+    FQuoteClose = 0;
+    bool hasValue = !IsAtEnd() && first != '<' && first != '>';
+    if (hasValue) {
+        NeedAhead(2);
+        if (first == '/' && FPosition[1] == '>') return false;
+        if (!ReadAttributeValue(attribute, value)) return false;
+    }
+    char next = *FPosition;
+    bool isTagEnding = !IsAtEnd() && (next == '/' || next == '<' || next == '>');
+    if (IsBeforeCaret(FPosition - 1) && !isTagEnding) {
+        FCurrentAttribute = nullptr;
+        FValueOffset = -1;
+    }
+    if (next == '<' && !FScan.PastCaret) {
+        // A new tag begins without the last one having ended.
+        bool isBeforeCaret = IsBeforeCaret(FPosition);
+        SetTagOffsetEnd(FCurrentTag.Get(), Offset() - 1, FScan.IsClosing, isBeforeCaret);
+        if (!isBeforeCaret) FScan.PastCaret = true;
+    }
+    return true;
+}
+
+// An unquoted value leaves the place to the caret.
+void TMLParser::NoteValuePos(const TAttributeScan& attribute) {
+    bool isQuote = *FPosition == '"' || *FPosition == '\'';
+    if (!attribute.NameEndBeforeCaret || FValueOffset >= 0 || !isQuote) return;
+    FValueOffset = Offset() + 1;
+    FValueLineStart = -1;
+}
+
+/// An unquoted word behind white space is no value: it is read as the next name.
+/// False if the document ended inside the value.
+bool TMLParser::ReadAttributeValue(TAttributeScan& attribute, std::string& value) {
+    INibMLTagAttribute* symbol = attribute.Symbol.Get();
+    bool isRead = attribute.Quoted || !attribute.HasBlankBefore;
+    if (isRead) GetTagAttrValue(attribute.Quoted, value);
+    if (symbol) symbol->SetOffsetEnd(isRead ? Offset() : attribute.ValueStartOffset);
+    if (!IsAtEnd()) return true;
+    if (symbol) {
+        symbol->SetOffsetStart(attribute.Start);
+        symbol->SetOffsetEnd(Offset() - 1);
+        AddTagAttr(attribute.Symbol, {}, FQuoteOpen, FQuoteClose);
+    }
+    FScan.HasEnded = true;
+    return false;
+}
+
+void TMLParser::EndAttribute(TAttributeScan& attribute, std::string_view value) {
+    if (INibMLTagAttribute* symbol = attribute.Symbol.Get()) {
+        AddTagAttr(attribute.Symbol, value, FQuoteOpen, FQuoteClose);
+        symbol->SetOffsetStart(attribute.Start);
+        if (!value.empty()) symbol->SetOffsetEnd(Offset());
+        Callback(symbol, ttAttribute, attribute.Start, Offset());
+    }
+    FCurrentColOffset = Offset();
+    SetTagOffsetEnd(FCurrentTag.Get(), Offset(), FScan.IsClosing, IsBeforeCaret(FPosition));
+}
+
+/// Reads a value of any length at the position. A quoted one that is never closed runs
+/// to the end of the document, and the string stays recorded as open.
+void TMLParser::GetTagAttrValue(bool quoted, std::string& value) {
+    char openQuote = 0;
+    const char* run = FPosition;
+    auto takeRun = [&] { value.append(run, FPosition); };
+    for (;;) {
+        if (IsAtEnd()) {
+            takeRun();
+            if (!NextBlock()) return;
+            run = FPosition;
+            continue;
+        }
+        char c = *FPosition;
+        bool isQuote = c == '"' || c == '\'';
+        if (isQuote && !openQuote) {
+            takeRun();
+            EnterRegion(pcString);
+            openQuote = FQuoteOpen = c;
+            FQuoteClose = 0;
+            run = ++FPosition;
+        } else if (isQuote && c == openQuote) {
+            takeRun();
+            FQuoteClose = c;
+            ++FPosition;
+            LeaveRegion(pcString);
+            return;
+        } else if (!quoted && (c == '>' || IsBlank(c) || IsLineBreak(c))) {
+            takeRun();
+            return;
+        } else if (quoted && openQuote) {
+            // Nothing but its own quote ends a quoted value.
+            auto* close =
+                std::memchr(FPosition, openQuote, static_cast<size_t>(FWindow.GetEnd() - FPosition));
+            FPosition = close ? static_cast<const char*>(close) : FWindow.GetEnd();
+        } else {
+            ++FPosition;
+        }
+    }
+}
+
+}  // namespace caretwell

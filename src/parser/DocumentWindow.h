@@ -1,0 +1,65 @@
+// The stretch of the document that the scan stands in, and the answer to the question
+// that is asked everywhere: does this byte lie before the caret?
+//
+// The scan works on pointers into the block of the producer. A token that the end of a
+// block cuts in two is put together again in a small buffer of the window's own.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "markup/MLBufferProducer.h"
+#include "parser/LineCounter.h"
+
+namespace caretwell {
+
+class TDocumentWindow {
+public:
+    /// Starts a run. The producer is borrowed. False if the document is empty.
+    bool Open(IMLBufferProducer& producer, TNibEditPos caret);
+
+    const char* GetStart() const { return FStart; }
+    const char* GetEnd() const { return FEnd; }  ///< the zero byte behind the block
+    int32_t OffsetOf(const char* p) const { return FOffset + static_cast<int32_t>(p - FStart); }
+
+    /// p may be the zero byte behind the block (which lies before a caret that stands
+    /// just there, unless the document is known to end) or the byte before the block.
+    bool IsBeforeCaret(const char* p) const { return p < FCaret; }
+    int32_t GetCaretOffset() const { return FCaretOffset; }
+
+    /// Moves to the next block. False at the end of the document, where the window stays.
+    bool Next();
+    /// True if the end of the block may cut a token that begins at p: the block was not
+    /// cut at white space, and the token is short enough to be kept.
+    bool IsCutInToken(const char* p) const {
+        return !FHasEnded && FEnd - FStart >= TMLBufferProducer::BlockSize && FEnd - p <= MaxKept;
+    }
+    /// Moves on while keeping the bytes from p to the end of the block:
+    /// the window then begins with them. False, and nothing changes, unless IsCutInToken,
+    /// or if the document ends.
+    bool Extend(const char* p);
+    static constexpr int32_t MaxKept = 1024;
+
+private:
+    bool Fill();
+    void SetBlock(const char* start, const char* end, int32_t offset);
+    void PlaceCaret();
+    void LocateCaretByView(INibEditView& view, TNibEditPos caret);
+    void LocateCaretByLine();
+
+    IMLBufferProducer* FProducer = nullptr;
+    bool FHasEnded = false;
+    const char* FStart = nullptr;
+    const char* FEnd = nullptr;
+    int32_t FOffset = 0;
+    std::string FStitched;
+
+    int32_t FCaretOffset = -1;
+    const char* FCaret = nullptr;  // bytes below it are before the caret
+    // Without a view the caret is found by its line and its column in bytes.
+    bool FIsCaretKnown = true;
+    TNibEditPos FCaretPos;
+    TLineCounter FLines;
+};
+
+}  // namespace caretwell

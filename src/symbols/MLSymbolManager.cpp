@@ -1,0 +1,248 @@
+// The table of elements, editors, closing tags and messages.
+#include "symbols/MLSymbolManager.h"
+
+#include <algorithm>
+
+#include "host/Platform.h"
+#include "parser/MLParser.h"
+#include "tagmodel/AttributeEditors.h"
+
+namespace caretwell {
+namespace {
+
+bool IsClosingTag(const TRef<INibMLTag>& tag) { return Supports<INibMLClosingTag>(tag); }
+
+class TSymbolManagerIterator final : public TImplements<ISymbolManagerIterator> {
+public:
+    explicit TSymbolManagerIterator(TMLSymbolManager& manager) : FManager(manager) {}
+    int32_t Count() override { return static_cast<int32_t>(FManager.GetTagList().size()); }
+    TRef<INibMLTag> Tags(int32_t index) override {
+        return index >= 0 && index < Count() ? FManager.GetTagList()[static_cast<size_t>(index)] : nullptr;
+    }
+
+private:
+    TMLSymbolManager& FManager;
+};
+
+}  // namespace
+
+TRef<ISymbolManagerIterator> GetSymbolManagerIterator(TMLSymbolManager& manager) {
+    return MakeRef<TSymbolManagerIterator>(manager);
+}
+
+TMLSymbolManager::TMLSymbolManager()
+    : FOwnParser(std::make_unique<TMLParser>(*this)), FParser(FOwnParser.get()) {}
+
+TMLSymbolManager::~TMLSymbolManager() {
+    FOwnParser.reset();
+    FParser = nullptr;
+    ClearTags();
+}
+
+void TMLSymbolManager::SetParser(TMLParser* parser) {
+    // A parser of somebody else's that goes away leaves the manager with its own.
+    FParser = parser ? parser : FOwnParser.get();
+}
+
+// ---- the table
+
+void TMLSymbolManager::ClearTags() {
+    FFixups.Forget();
+    for (auto& chain : FAttrEditorBuckets) chain.clear();
+    auto tags = std::exchange(FTagList, {});
+    tags.insert(tags.end(), FLooseTags.begin(), FLooseTags.end());
+    FLooseTags.clear();
+    for (auto& tag : tags) {
+        tag->ClearTags();
+        tag->ClearAttrs();
+    }
+    for (auto& chain : FTagBuckets) chain.clear();
+    if (FHiddenRoot) {
+        FHiddenRoot->ClearTags();
+        FHiddenRoot->ClearAttrs();
+    }
+}
+
+void TMLSymbolManager::AddElement(TRef<INibMLTag> tag) {
+    if (!IsClosingTag(tag)) {
+        auto bucket = std::make_unique<TTagBucket>();
+        bucket->Tag = tag;
+        bucket->NameHash = Hash(tag->GetName());
+        FTagBuckets[bucket->NameHash].push_back(std::move(bucket));
+    }
+    FTagList.push_back(std::move(tag));
+}
+
+void TMLSymbolManager::RemoveElement(INibMLTag* tag) {
+    TRef<INibMLTag> found = tag;
+    if (!Supports<INibMLClosingTag>(found)) {
+        TTagBucket* bucket = FindBucket(tag->GetName());
+        if (!bucket) return;
+        found = bucket->Tag;
+        auto& chain = FTagBuckets[bucket->NameHash];
+        std::erase_if(chain, [bucket](const auto& entry) { return entry.get() == bucket; });
+    }
+    auto last = std::find(FTagList.rbegin(), FTagList.rend(), found.Get());
+    if (last != FTagList.rend()) FTagList.erase(std::next(last).base());
+}
+
+void TMLSymbolManager::RegisterTag(TRef<INibMLTag> tag) {
+    if (!FindBucket(tag->GetName())) AddElement(std::move(tag));
+}
+
+template <class TText>
+static TTagBucket* FindIn(const std::vector<std::unique_ptr<TTagBucket>>& chain, TText name) {
+    for (auto it = chain.rbegin(); it != chain.rend(); ++it)
+        if (SameText(name, (*it)->Tag->GetName())) return it->get();
+    return nullptr;
+}
+TTagBucket* TMLSymbolManager::FindBucket(std::string_view name, uint32_t hash) const {
+    return FindIn(FTagBuckets[hash], name);
+}
+TTagBucket* TMLSymbolManager::FindBucket(std::u16string_view name) const {
+    return FindIn(FTagBuckets[Hash(name)], name);
+}
+
+TRef<INibMLTag> TMLSymbolManager::GetTagFromHashList(std::u16string_view name) const {
+    TTagBucket* bucket = FindBucket(name);
+    return bucket ? bucket->Tag : nullptr;
+}
+
+// ---- editors
+
+void TMLSymbolManager::RegisterEditor(TRef<INibMLTag> tag, TRef<INibMLEditor> editor) {
+    if (IsClosingTag(tag)) return;
+    if (FTagBuckets[Hash(tag->GetName())].empty()) RegisterTag(tag);
+    if (TTagBucket* bucket = FindBucket(tag->GetName())) bucket->Editor = std::move(editor);
+}
+
+void TMLSymbolManager::UnRegisterEditor(INibMLEditor* editor) {
+    for (auto& chain : FTagBuckets)
+        for (auto& bucket : chain)
+            if (bucket->Editor == editor) bucket->Editor = nullptr;
+}
+
+TRef<INibMLEditor> TMLSymbolManager::GetTagEditorFromHashList(std::u16string_view name) const {
+    TTagBucket* bucket = FindBucket(name);
+    return bucket ? bucket->Editor : nullptr;
+}
+
+TRef<INibMLEditor> TMLSymbolManager::GetAttributeEditor(std::string_view name) const {
+    return GetMLEditorRegistry()->GetEditor(name);
+}
+
+void TMLSymbolManager::RegisterAttributeEditor(TRef<INibMLTagAttribute> attribute,
+                                               TRef<INibMLEditor> editor) {
+    auto& chain = FAttrEditorBuckets[Hash(attribute->GetName())];
+    chain.push_back({std::move(attribute), std::move(editor)});
+}
+
+void TMLSymbolManager::UnRegisterAttributeEditor(INibMLEditor* editor) {
+    for (auto& chain : FAttrEditorBuckets)
+        std::erase_if(chain, [editor](const TTagAttributeBucket& bucket) { return bucket.Editor == editor; });
+}
+
+// The id of an attribute, not its name, tells apart the same name on different elements.
+TRef<INibMLEditor> TMLSymbolManager::GetAttributeEditorFromHashList(std::u16string_view attributeName,
+                                                                    TRef<INibMLTagAttribute>& attribute,
+                                                                    std::u16string_view tagName) const {
+    attribute = nullptr;
+    auto tag = GetTagFromHashList(tagName);
+    if (!tag) return nullptr;
+    auto known = tag->FindAttribute(attributeName);
+    if (!known) known = FindHiddenAttr(attributeName);
+    if (!known) return nullptr;
+    const auto& chain = FAttrEditorBuckets[Hash(attributeName)];
+    for (auto bucket = chain.rbegin(); bucket != chain.rend(); ++bucket) {
+        if (bucket->Attribute->GetID() != known->GetID()) continue;
+        if (!SameText(bucket->Attribute->GetName(), attributeName)) continue;
+        attribute = bucket->Attribute;
+        return bucket->Editor;
+    }
+    return nullptr;
+}
+
+// ---- the parser's view
+
+TRef<INibMLTag> TMLSymbolManager::GetCurrentTag() const {
+    const auto& tag = FParser->FCurrentTag;
+    bool isTopLevel = !tag || (!FParser->FLastKnownTag && Supports<INibMLNamedTag>(tag));
+    return isTopLevel ? TRef<INibMLTag>(FHiddenRoot) : tag;
+}
+
+TRef<INibMLTag> TMLSymbolManager::GetListOwner() const {
+    auto tag = GetCurrentTag();
+    if (!tag) return nullptr;
+    if (FParser->FLastKnownTag && Supports<INibMLNamedTag>(tag)) return FParser->FLastKnownTag;
+    return FParser->FCaretParentTag ? FParser->FCaretParentTag : tag;
+}
+
+TRef<INibMLTag> TMLSymbolManager::GetMLTag(int32_t index) const {
+    auto owner = GetListOwner();
+    return owner ? owner->GetTags(index) : nullptr;
+}
+
+int32_t TMLSymbolManager::GetLineNumber(int32_t index) const {
+    auto closing = QueryAs<INibMLClosingTag>(GetMLTag(index));
+    return closing ? closing->GetLineNumber() : 0;
+}
+
+bool TMLSymbolManager::FindTagAttr(const INibMLTagAttribute* attribute) const {
+    for (int32_t i = 0; i < FParser->GetCurrentTagAttrCount(); ++i)
+        if (FParser->GetCurrentTagAttrs(i) == attribute) return true;
+    return false;
+}
+
+// ---- case
+
+std::u16string TMLSymbolManager::CaseTag(std::u16string_view name) {
+    std::u16string result(name);
+    switch (FTagCase) {
+        case tcNormal: break;
+        case tcLowerCase:
+            std::transform(result.begin(), result.end(), result.begin(), ToLower<char16_t>);
+            break;
+        case tcUpperCase:
+            std::transform(result.begin(), result.end(), result.begin(), ToUpper<char16_t>);
+            break;
+        default: Error(FFileName, "Unknown tag case requested", "", 0, 0);
+    }
+    return result;
+}
+
+// ---- closing tags
+
+TRef<INibMLTag> TMLSymbolManager::GetCloseTags(int32_t index) const {
+    bool inside = index >= 0 && index < GetClosedTagsCount();
+    return inside ? FClosedTags[static_cast<size_t>(index)] : nullptr;
+}
+
+void TMLSymbolManager::DeleteClosedTag(int32_t index) {
+    if (index >= 0 && index < GetClosedTagsCount()) FClosedTags.erase(FClosedTags.begin() + index);
+}
+
+int32_t TMLSymbolManager::RemoveCustomElements(std::vector<TRef<INibMLTag>>& list, THTMLTag&) {
+    if (FParser->FCaretInTagName) return 0;
+    return static_cast<int32_t>(std::erase_if(list, IsClosingTag));
+}
+
+// Each goes in front of the one before, so the last of FClosedTags, the outermost, comes first.
+int32_t TMLSymbolManager::InsertCustomElements(std::vector<TRef<INibMLTag>>& list, THTMLTag& tag) {
+    if (FParser->FCaretInTagName || FParser->FState == mlpsParsing) return 0;
+    auto at = std::clamp<std::ptrdiff_t>(tag.GetStartIndex(), 0, static_cast<std::ptrdiff_t>(list.size()));
+    list.insert(list.begin() + at, FClosedTags.rbegin(), FClosedTags.rend());
+    return GetClosedTagsCount();
+}
+
+// ---- messages
+
+void TMLSymbolManager::Error(std::string_view fileName, std::string_view message, std::string_view prefix,
+                             int32_t line, int32_t column) {
+    if (!GetPlatform().IsMainThread()) return;
+    auto services = GetService<INibMessageServices>();
+    if (!services) return;
+    services->ShowMessageView();
+    services->AddMessage(fileName, message, prefix, line, column);
+}
+
+}  // namespace caretwell

@@ -1,0 +1,207 @@
+// What the engine knows about the language of the document in hand: the one table of
+// elements of the process, the hidden root, the attribute editors, the entities, and
+// which schema all that came from. It follows whatever document is being parsed.
+//
+//     FindTag("ul")   ->   the element ul, whose children are li (and closing tags)
+//
+// The hidden root, "<!--root-->", answers what may stand at the top of a document:
+// its children are the elements that no other element contains.
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "markup/MLParserUtils.h"
+#include "symbols/ContextFixups.h"
+#include "tagmodel/AsciiCharList.h"
+#include "tagmodel/HTMLTag.h"
+#include "tagmodel/TagContext.h"
+
+namespace caretwell {
+
+class TMLParser;
+struct TTagEntry;
+
+/// The open entries of one name on the parser's two stacks; valid for the parse that
+/// stamped it.
+struct TNameSlot {
+    uint64_t Parse = 0;
+    TTagEntry* Top[2] = {nullptr, nullptr};
+    int32_t OpenIndex = -1;  ///< place among the names open on the first stack
+    const std::string* UnknownName = nullptr;
+};
+
+/// One registered tag.
+struct TTagBucket {
+    TRef<INibMLTag> Tag;
+    TRef<INibMLEditor> Editor;
+    uint32_t NameHash = 0;
+    TNameSlot Slot;
+};
+
+/// One attribute with an editor.
+struct TTagAttributeBucket {
+    TRef<INibMLTagAttribute> Attribute;
+    TRef<INibMLEditor> Editor;
+};
+
+class TMLSymbolManager final : public ITagContext {
+public:
+    TMLSymbolManager();
+    ~TMLSymbolManager();
+    TMLSymbolManager(const TMLSymbolManager&) = delete;
+    TMLSymbolManager& operator=(const TMLSymbolManager&) = delete;
+
+    // ---- The table. A second tag of one name is dropped without a word.
+
+    void ClearTags();
+    void SetHiddenRootNode(TRef<THTMLTag> tag) { FHiddenRoot = std::move(tag); }
+    THTMLTag* GetHiddenRootNode() const { return FHiddenRoot.Get(); }
+    /// Enters the tag without a test for duplicates.
+    void AddElement(TRef<INibMLTag> tag);
+    void RemoveElement(INibMLTag* tag);
+    void RegisterTag(TRef<INibMLTag> tag);
+    void UnRegisterTag(INibMLTag* tag) { RemoveElement(tag); }
+    /// Owns a tag that stands as a child but not in the table, so that it is emptied with the rest.
+    void KeepTag(TRef<INibMLTag> tag) { FLooseTags.push_back(std::move(tag)); }
+    /// What a name in a document means; null if the schema has no such element.
+    TRef<INibMLTag> GetTagFromHashList(std::u16string_view name) const;
+    /// The same for a name as bytes, with its hash at hand; borrowed.
+    TTagBucket* FindBucket(std::string_view name, uint32_t hash) const;
+    TTagBucket* FindBucket(std::u16string_view name) const;
+    /// Registered tags, in order of registration, closing tags included.
+    const std::vector<TRef<INibMLTag>>& GetTagList() const { return FTagList; }
+
+    // ---- Editors.
+
+    void RegisterEditor(TRef<INibMLTag> tag, TRef<INibMLEditor> editor);
+    void UnRegisterEditor(INibMLEditor* editor);
+    TRef<INibMLEditor> GetTagEditorFromHashList(std::u16string_view name) const;
+    /// The editor that the registry gives for a word; never null.
+    TRef<INibMLEditor> GetAttributeEditor(std::string_view name) const;
+    /// There is no test for duplicates; the newest is found first.
+    void RegisterAttributeEditor(TRef<INibMLTagAttribute> attribute, TRef<INibMLEditor> editor);
+    void UnRegisterAttributeEditor(INibMLEditor* editor);
+    /// The editor of an attribute of a tag, the attribute being hidden or not; null if none.
+    TRef<INibMLEditor> GetAttributeEditorFromHashList(std::u16string_view attributeName,
+                                                      TRef<INibMLTagAttribute>& attribute,
+                                                      std::u16string_view tagName) const;
+
+    // ---- The parser's view.
+
+    TMLParser& GetParser() const { return *FParser; }
+    void SetParser(TMLParser* parser);
+    /// The parser's current tag, or the hidden root at the top level. Null before any schema.
+    TRef<INibMLTag> GetCurrentTag() const;
+    /// The tag whose children or attributes the list shows. Null before any schema.
+    TRef<INibMLTag> GetListOwner() const;
+    /// Entry of the element list; null if there is none.
+    TRef<INibMLTag> GetMLTag(int32_t index) const;
+    /// Line of the opening tag behind a closing tag of the list; 0 for other entries.
+    int32_t GetLineNumber(int32_t index) const;
+    /// True if this very attribute is written on the current tag.
+    bool FindTagAttr(const INibMLTagAttribute* attribute) const;
+
+    // ---- Case of names.
+
+    TTagCase GetTagCase() const override { return FTagCase; }
+    void SetTagCase(TTagCase value) { FTagCase = value; }
+    std::u16string CaseTag(std::u16string_view name) override;
+
+    // ---- Closing tags and hidden attributes.
+
+    int32_t GetClosedTagsCount() const { return static_cast<int32_t>(FClosedTags.size()); }
+    TRef<INibMLTag> GetCloseTags(int32_t index) const;
+    void DeleteClosedTag(int32_t index);
+    void AddClosedTag(TRef<INibMLTag> tag) { FClosedTags.push_back(std::move(tag)); }
+    void ClearClosedTags() { FClosedTags.clear(); }
+    int32_t InsertCustomElements(std::vector<TRef<INibMLTag>>& list, THTMLTag& tag) override;
+    int32_t RemoveCustomElements(std::vector<TRef<INibMLTag>>& list, THTMLTag& tag) override;
+    int32_t GetHiddenAttrCount() const { return FFixups.GetHiddenAttrCount(); }
+    TRef<INibMLTagAttribute> GetHiddenAttrs(int32_t index) const { return FFixups.GetHiddenAttr(index); }
+    TRef<INibMLTagAttribute> FindHiddenAttr(std::u16string_view name) const {
+        return FFixups.FindHiddenAttr(name);
+    }
+
+    // ---- Context: what the list at a caret shows beside the schema's own entries.
+
+    void InsertFixupElements(INibMLTag* tag, INibMLTag* parent);
+    /// Takes back the entries that the last parse added or hid, on whichever tags.
+    void RemoveFixupElements(INibMLTag* tag);
+    /// The same, and puts back all ranges and filters: the start of a parse.
+    void ResetLists() { FFixups.ResetAll(); }
+    static const std::vector<std::u16string>& GetASPParentTags();
+    static bool ContainsChild(INibMLTag& tag, std::u16string_view name);
+    void NoteChanged(THTMLTag& tag) override { FFixups.NoteChanged(tag); }
+
+    // ---- Messages. Off the main thread they are dropped.
+
+    void Error(std::string_view fileName, std::string_view message, std::string_view prefix, int32_t line,
+               int32_t column);
+
+    // ---- Schema selection.
+
+    const std::string& GetSchemaFile() const { return FSchemaFile; }
+    /// Decides whether the table is thrown away and built anew; see SchemaSelection.cpp.
+    void SetSchemaFile(const std::string& value);
+    TKibitzMode GetKibitzMode() const { return FKibitzMode; }
+    void SetKibitzMode(TKibitzMode mode) { FKibitzMode = mode; }
+    bool GetIsASPEnabled() const { return FIsASPEnabled; }
+    void SetIsASPEnabled(bool value);
+    /// First thing in a parse: works out what kind of document this is.
+    void InitParse(const std::string& fileName);
+    void CallbacksInvalidate();
+    const std::string& GetFileName() const { return FFileName; }
+
+    TAsciiCharList& GetCharList() { return FCharList; }
+
+    // ---- Loading (DTDLoader.cpp, XSDLoader.cpp). root is the hidden root, or the tag
+    // under which an output language or the global controls go.
+
+    void LoadDTD(THTMLTag& root, const std::string& fileName);
+    /// parents: names of the elements under which global elements stand; null for none.
+    void LoadXSD(THTMLTag& root, const std::vector<std::u16string>* parents, const std::string& fileName);
+    /// For free XML documents. A malformed file leaves as EXMLSchemaError (a std::runtime_error).
+    void LoadXSDEx(THTMLTag& root, const std::vector<std::u16string>* parents, const std::string& fileName);
+
+private:
+    void SelectXMLSchema(const std::string& value);
+    void LoadSchema(const std::string& extension);
+    void LoadOutputLanguage();
+    void LoadServerControls();
+    void ReportMissingSchema(std::string_view format, const std::string& value);
+    void ParseAgain();
+
+    std::vector<TRef<INibMLTag>> FTagList;
+    std::vector<TRef<INibMLTag>> FLooseTags;
+    std::array<std::vector<std::unique_ptr<TTagBucket>>, HashBuckets> FTagBuckets;  // the newest last
+    TRef<THTMLTag> FHiddenRoot;
+    std::string FFileName;
+    std::array<std::vector<TTagAttributeBucket>, HashBuckets> FAttrEditorBuckets;  // the newest last
+    std::string FSchemaFile;
+    TKibitzMode FKibitzMode = kmHTML;
+    std::string FXSLOutputFile;
+    std::vector<TRef<INibMLTag>> FClosedTags;
+    TAsciiCharList FCharList;
+    TTagCase FTagCase = tcLowerCase;
+    bool FIsASPEnabled = false;
+    bool FASPChanged = false;
+    bool FIsReloading = false;
+    TContextFixups FFixups;
+    std::unique_ptr<TMLParser> FOwnParser;
+    TMLParser* FParser = nullptr;  // the own one, or the one that parsed last
+};
+
+/// Walks all registered tags.
+struct ISymbolManagerIterator : IRefCounted {
+    static constexpr TGuid Id = Guid("89453cee-6c8b-49f9-9f19-75255952f06c");
+    using Parent = IRefCounted;
+    virtual int32_t Count() = 0;
+    virtual TRef<INibMLTag> Tags(int32_t index) = 0;
+};
+TRef<ISymbolManagerIterator> GetSymbolManagerIterator(TMLSymbolManager& manager);
+
+}  // namespace caretwell

@@ -1,0 +1,145 @@
+// Which schema the table follows: worked out at the start of a parse from the kind of
+// document, at its end from what the doctype said. On a document that stays on its
+// schema the decision is a comparison of names.
+#include "host/Platform.h"
+#include "markup/MLBufferProducer.h"
+#include "parser/MLParser.h"
+#include "symbols/FileToSchemaMapper.h"
+#include "symbols/MLSymbolManager.h"
+
+namespace caretwell {
+namespace {
+
+constexpr std::u16string_view RootName = u"<!--root-->";
+
+std::string FolderOf(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
+
+}  // namespace
+
+void TMLSymbolManager::ReportMissingSchema(std::string_view format, const std::string& value) {
+    FSchemaFile.clear();
+    std::string message(format);
+    message.replace(message.find("%s"), 2, value);
+    Error(FSchemaFile, message, "Code Completion", 1, 1);
+}
+
+void TMLSymbolManager::SelectXMLSchema(const std::string& value) {
+    if (value == FSchemaFile) return;
+    FSchemaFile = value;
+    ClearTags();
+    FCharList.Clear();
+    if (!GetPlatform().FileExists(value)) {
+        ReportMissingSchema("Unable to find schema file \"%s\"", value);
+        return;
+    }
+    SetHiddenRootNode(MakeRef<THTMLTag>(RootName, this, -1));
+    LoadXSDEx(*FHiddenRoot, nullptr, FSchemaFile);
+}
+
+void TMLSymbolManager::SetSchemaFile(const std::string& name) {
+    if (FKibitzMode == kmXML) {
+        SelectXMLSchema(name);
+        return;
+    }
+    std::string candidate = GetSchemaFileName(name, FKibitzMode);
+    bool exists = GetPlatform().FileExists(candidate);
+    std::string value = exists ? candidate : name;
+    bool outputChanged = FKibitzMode == kmXSL && FXSLOutputFile != FParser->FXSLOutputSchema;
+    bool controlsChanged = FKibitzMode == kmHTML && FASPChanged;
+    if (FIsReloading || (value == FSchemaFile && !outputChanged && !controlsChanged)) return;
+
+    FASPChanged = false;
+    FSchemaFile = value;
+    ClearTags();
+    FCharList.Clear();
+    if (!exists) {
+        // A name that is no file of the schema folder is never opened, wherever it leads.
+        ReportMissingSchema("Invalid schema file \"%s\"", value);
+        return;
+    }
+    SetHiddenRootNode(MakeRef<THTMLTag>(RootName, this, -1));
+    LoadSchema(ExtensionOf(value));
+    if (FIsASPEnabled) LoadServerControls();
+    CallbacksInvalidate();
+    // The parse ends in here again; with an output language that cannot be found it
+    // would load the same schema for ever.
+    FIsReloading = true;
+    ParseAgain();
+    FIsReloading = false;
+    for (auto& tag : FTagList) {
+        tag->SetShowAttributes(false);
+        tag->AlphaSort();
+    }
+}
+
+void TMLSymbolManager::LoadSchema(const std::string& extension) {
+    std::string file = FSchemaFile;
+    if (extension == ".dtd") {
+        LoadDTD(*FHiddenRoot, file);
+        if (FKibitzMode == kmXSL) LoadOutputLanguage();
+    } else if (extension == ".xsd") {
+        LoadXSD(*FHiddenRoot, nullptr, file);
+    }
+}
+
+// The elements of the output language become children of xsl:template.
+void TMLSymbolManager::LoadOutputLanguage() {
+    TTagBucket* bucket = FindBucket(u"xsl:template");
+    const std::string& output = FParser->FXSLOutputSchema;
+    auto* host = bucket ? dynamic_cast<THTMLTag*>(bucket->Tag.Get()) : nullptr;
+    if (!host || output.empty()) return;
+    std::string file = GetSchemaFileName(output, kmXSL);
+    if (!GetPlatform().FileExists(file)) {
+        ReportMissingSchema("Invalid schema file \"%s\"", file);
+        return;
+    }
+    LoadDTD(*host, file);
+    FXSLOutputFile = output;
+}
+
+void TMLSymbolManager::LoadServerControls() {
+    std::string folder = FolderOf(FSchemaFile) + "asp schemas/";
+    for (const auto& file : GetPlatform().ListFolder(folder))
+        if (ExtensionOf(file) == ".xsd") LoadXSD(*FHiddenRoot, &GetASPParentTags(), folder + file);
+}
+
+// A new schema takes effect within the same invocation: the state that the list is
+// made from has to speak of the new table.
+void TMLSymbolManager::ParseAgain() {
+    auto services = GetService<INibCodeInsightServices>();
+    auto view = services ? services->CurrentEditView() : nullptr;
+    if (view) FParser->Parse(view->CaretPos(), MakeRef<TMLBufferProducer>(view, 0), nullptr);
+    if (auto& tag = FParser->FCurrentTag) {
+        tag->SetOffsetEnd(0);
+        tag->SetOffsetStart(0);
+    }
+}
+
+void TMLSymbolManager::SetIsASPEnabled(bool value) {
+    if (value != FIsASPEnabled) FASPChanged = true;
+    FIsASPEnabled = value;
+}
+
+void TMLSymbolManager::InitParse(const std::string& fileName) {
+    std::string extension = ExtensionOf(fileName);
+    auto mapper = GetFileToSchemaMapperService();
+    if (extension == ".xsl" || extension == ".xslt") {
+        FKibitzMode = kmXSL;
+    } else if (extension == ".wml") {
+        FKibitzMode = kmWML;
+    } else if (extension == ".resx") {
+        FKibitzMode = kmResX;
+    } else if (mapper->HasSchema(fileName)) {
+        FKibitzMode = kmXML;
+        std::string schema = mapper->GetSchema(fileName);
+        if (schema != FSchemaFile) SetSchemaFile(schema);
+    } else {
+        FKibitzMode = kmHTML;
+    }
+    FFileName = fileName;
+    SetIsASPEnabled(extension == ".aspx" || extension == ".ascx" || extension == ".master");
+}
+
+void TMLSymbolManager::CallbacksInvalidate() { FParser->CallbacksInvalidate(); }
+
+}  // namespace caretwell

@@ -1,0 +1,67 @@
+#include "tagmodel/AttributeEditors.h"
+
+namespace caretwell {
+namespace {
+
+TRef<INibMLEditorRegistry>& Registry() {
+    static TRef<INibMLEditorRegistry> registry;
+    return registry;
+}
+
+std::string FolderOf(const std::string& path) { return path.substr(0, path.find_last_of("/\\") + 1); }
+
+}  // namespace
+
+bool THTMLURIAttributeEditor::Execute(IRefCounted*, int32_t) {
+    FValue.clear();
+    auto services = GetService<INibDialogServices>();
+    auto dialog = services ? services->CreateSelectURLDialog() : nullptr;
+    if (!dialog) return false;
+    dialog->SetInitialFolder(FolderOf(dialog->GetModuleFileName()));
+    if (!dialog->Execute()) return false;
+    FValue = ToUtf16(dialog->GetPreviewURL());
+    return true;
+}
+
+bool THTMLColorAttributeEditor::Execute(IRefCounted*, int32_t) {
+    FValue.clear();
+    auto services = GetService<INibDialogServices>();
+    auto dialog = services ? services->CreateWebColorDlg() : nullptr;
+    if (!dialog || !dialog->Execute()) return false;
+    FValue = ToUtf16(dialog->GetSelectedColor());
+    return true;
+}
+
+bool TDefaultAttributeEditor::Execute(IRefCounted* context, int32_t value) {
+    auto attribute = QueryAs<INibMLTagAttribute>(context);
+    if (!attribute) return false;
+    FValue = attribute->GetValue(value);
+    return true;
+}
+
+bool TMLEditorResgistry::RegisterEditorClass(std::string_view editorId, TMLEditorClass editorClass) {
+    FClasses.emplace(editorId, std::move(editorClass));
+    return true;
+}
+
+TRef<INibMLEditor> TMLEditorResgistry::GetEditor(std::string_view editorId) {
+    for (const auto& instance : FInstances)
+        if (instance->GetEditorId() == editorId) return instance;
+    auto row = FClasses.find(std::string(editorId));
+    if (row != FClasses.end()) {
+        if (auto editor = QueryAs<INibMLEditor>(row->second())) {
+            FInstances.push_back(editor);
+            return editor;
+        }
+    }
+    return MakeRef<TDefaultAttributeEditor>();
+}
+
+TRef<INibMLEditorRegistry> GetMLEditorRegistry() {
+    if (!Registry()) Registry() = MakeRef<TMLEditorResgistry>();
+    return Registry();
+}
+
+void ReleaseMLEditorRegistry() { Registry() = nullptr; }
+
+}  // namespace caretwell

@@ -1,0 +1,183 @@
+#include "tagmodel/HTMLTag.h"
+
+#include <algorithm>
+
+namespace caretwell {
+namespace {
+
+template <class I>
+void SortByName(std::vector<TRef<I>>& list) {
+    auto less = [](const TRef<I>& a, const TRef<I>& b) {
+        return CompareText(a->GetName(), b->GetName()) < 0;
+    };
+    // Lists are sorted again around every parse, mostly unchanged.
+    if (!std::is_sorted(list.begin(), list.end(), less)) std::sort(list.begin(), list.end(), less);
+}
+
+}  // namespace
+
+THTMLTag::~THTMLTag() {
+    ClearTags();
+    ClearAttrs();
+}
+
+void THTMLTag::SetEntityName(std::vector<std::string> names) {
+    FEntityNames.clear();
+    for (const auto& name : names) FEntityNames.push_back(ToUtf16(name));
+}
+
+std::u16string_view THTMLTag::TagName(int32_t index) const {
+    return FTags[static_cast<size_t>(index)]->GetName();
+}
+std::u16string_view THTMLTag::AttributeName(int32_t index) const {
+    return FAttrs[static_cast<size_t>(index)]->GetName();
+}
+
+void THTMLTag::FillAttributes() {
+    if (!FFiller) return;
+    auto filler = std::exchange(FFiller, nullptr);
+    filler(*this);
+    SortByName(FAttrs);
+}
+
+// ---- reading
+
+TRef<INibMLTag> THTMLTag::GetTags(int32_t index) {
+    int64_t at = int64_t{index} + FRange.Start;
+    return at >= 0 && at <= LastTag() ? FTags[static_cast<size_t>(at)] : nullptr;
+}
+
+TRef<INibMLTagAttribute> THTMLTag::GetAttribute(int32_t index) {
+    FillAttributes();
+    int64_t at = int64_t{index} + FRange.Start;
+    bool inside = index >= 0 && index <= LastAttribute() && at >= 0 && at <= LastAttribute();
+    return inside ? FAttrs[static_cast<size_t>(at)] : nullptr;
+}
+
+int32_t THTMLTag::GetAttributeCount() {
+    FillAttributes();
+    int32_t size = LastAttribute() + 1;
+    return FShowAttributes ? FRange.GetCount(size) : size;
+}
+
+std::u16string_view THTMLTag::GetEntityName(int32_t index) const {
+    bool inside = index >= 0 && index < GetEntityCount();
+    return inside ? std::u16string_view(FEntityNames[static_cast<size_t>(index)]) : std::u16string_view();
+}
+
+TRef<INibMLTagAttribute> THTMLTag::FindAttribute(std::u16string_view name) {
+    FillAttributes();
+    return FAttrHash.Find(name);
+}
+
+INibMLTagAttribute* THTMLTag::FindAttributeBytes(std::string_view name, uint32_t hash) {
+    FillAttributes();
+    return FAttrHash.Find(name, hash);
+}
+
+int32_t THTMLTag::FindSymbol(std::u16string_view prefix) {
+    if (FShowAttributes) {
+        if (GetAttributeCount() <= 0) return -1;
+        return FRange.Find(prefix, std::min(FRange.End, LastAttribute()),
+                           [this](int32_t i) { return AttributeName(i); });
+    }
+    if (GetTagCount() <= 0) return -1;
+    return FRange.Find(prefix, std::min(FRange.End, LastTag()), [this](int32_t i) { return TagName(i); });
+}
+
+// ---- the range
+
+void THTMLTag::SetShowAttributes(bool value) {
+    if (FContext) FContext->NoteChanged(*this);
+    if (value) FillAttributes();
+    FShowAttributes = value;
+    FRange.ShowAll(value ? LastAttribute() : LastTag());
+}
+
+void THTMLTag::NarrowTo(std::u16string_view value) {
+    if (FShowAttributes) {
+        FRange.SetFilter(
+            value, LastAttribute(), [this](int32_t i) { return AttributeName(i); }, TBeyondLast::KeepLast);
+    } else {
+        FRange.SetFilter(
+            value, LastTag(), [this](int32_t i) { return TagName(i); }, TBeyondLast::KeepLast);
+    }
+}
+
+// Closing tags stand at the head of the range whatever the filter, so they are taken
+// out while the sorted names are searched.
+void THTMLTag::SetFilter(std::u16string_view value) {
+    if (FContext) FContext->NoteChanged(*this);
+    if (FShowAttributes) FillAttributes();
+    bool hasClosingTags = FContext && !FShowAttributes;
+    if (hasClosingTags) {
+        int32_t removed = FContext->RemoveCustomElements(FTags, *this);
+        FExtraTagCount -= removed;
+        FRange.End -= removed;
+    }
+    NarrowTo(value);
+    if (hasClosingTags) {
+        int32_t inserted = FContext->InsertCustomElements(FTags, *this);
+        FExtraTagCount += inserted;
+        FRange.End += inserted;
+    }
+}
+
+void THTMLTag::ResetRange() {
+    std::erase_if(FTags, [](const TRef<INibMLTag>& tag) { return Supports<INibMLClosingTag>(tag); });
+    FExtraTagCount = 0;
+    FShowAttributes = false;
+    FRange.Filter.clear();
+    FRange.ShowAll(LastTag());
+}
+
+void THTMLTag::AlphaSort() {
+    SortByName(FTags);
+    SortByName(FAttrs);
+}
+
+// ---- the lists
+
+void THTMLTag::AddTag(TRef<INibMLTag> tag) {
+    if (FindChild(tag->GetName())) return;
+    FTags.push_back(tag);
+    FTagHash.Add(std::move(tag));
+}
+
+bool THTMLTag::RemoveTag(INibMLTag* tag) {
+    auto place = std::find(FTags.begin(), FTags.end(), tag);
+    bool found = place != FTags.end();
+    TRef<INibMLTag> keep = tag;
+    if (found) FTags.erase(place);
+    FTagHash.Remove(tag);
+    return found;
+}
+
+void THTMLTag::AddAttribute(TRef<INibMLTagAttribute> attribute) {
+    if (FAttrHash.Find(attribute->GetName())) return;
+    FAttrs.push_back(attribute);
+    FAttrHash.Add(std::move(attribute));
+}
+
+TRef<INibMLTagAttribute> THTMLTag::RemoveAttribute(std::u16string_view name) {
+    FillAttributes();
+    TRef<INibMLTagAttribute> attribute = FAttrHash.Find(name);
+    if (!attribute) return nullptr;
+    FAttrHash.Remove(attribute.Get());
+    FAttrs.erase(std::find(FAttrs.begin(), FAttrs.end(), attribute.Get()));
+    return attribute;
+}
+
+void THTMLTag::ClearTags() {
+    FTagHash.Clear();
+    // Releasing a child may come back here through a cycle, so the list is emptied first.
+    auto tags = std::exchange(FTags, {});
+}
+
+void THTMLTag::ClearAttrs() {
+    FFiller = nullptr;
+    FAttrHash.Clear();
+    FAttrs.clear();
+}
+
+}  // namespace caretwell
