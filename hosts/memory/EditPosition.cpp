@@ -115,7 +115,7 @@ void TEditBlock::Start() { FView->FBlock.Start.MoveTo(FView->CaretOffset()); }
 void TEditBlock::Finish() { FView->FBlock.End.MoveTo(FView->CaretOffset()); }
 
 std::u16string TEditBlock::Text() {
-    auto [start, end] = std::minmax(FView->FBlock.Start.Offset(), FView->FBlock.End.Offset());
+    auto [start, end] = std::minmax({FView->FBlock.Start.Offset(), FView->FBlock.End.Offset()});
     return ToUtf16(FView->Text().Substring(start, end));
 }
 

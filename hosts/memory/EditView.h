@@ -54,7 +54,7 @@ private:
     // them anew between Save and Restore.
     struct TBlockMarks {
         TBlockMarks(TTextBuffer& buffer, int32_t start, int32_t end)
-            : Start(buffer, start, TTextMark::msBefore), End(buffer, end, TTextMark::msBehind) {}
+            : Start(buffer, start, TTextMark::msBefore), End(buffer, end, TTextMark::msBefore) {}
         TTextMark Start, End;
     };
 

@@ -13,6 +13,7 @@ enum : char32_t { KeyTab = 9, KeyLineFeed = 10, KeyEnter = 13, KeyEscape = 27 };
 constexpr int32_t MostListsForKey = 8;
 
 std::string Utf8Of(char32_t c) {
+    if (c > 0x10FFFF) c = 0xFFFD;
     if (c < 0x10000) {
         char16_t unit = static_cast<char16_t>(c);
         return ToUtf8(std::u16string_view(&unit, 1));
@@ -38,7 +39,7 @@ TEditorDriver::TEditorDriver(TRef<TEditView> view, TKibitzRegistry& registry, TR
         // A manager asks for the next list from inside Done, where it is not yet
         // through with this one. The request waits until it is.
         FIsRequested = true;
-        if (!FIsBusy) ForKey(false, [] {});
+        if (!FIsBusy) ForKey(kkLook, [] {});
     });
 }
 
@@ -54,8 +55,8 @@ TRef<INibCodeInsightManager> TEditorDriver::Manager() const {
 // ---------------------------------------------------------------------- keys
 
 template <class TAction>
-void TEditorDriver::ForKey(bool isWriting, TAction action) {
-    if (!CheckPlace(isWriting, false)) return;
+void TEditorDriver::ForKey(TKeyKind kind, TAction action) {
+    if (!CheckPlace(kind)) return;
     FIsBusy = true;
     {
         TUndoStep step(Text());
@@ -68,9 +69,10 @@ void TEditorDriver::ForKey(bool isWriting, TAction action) {
 
 void TEditorDriver::TypeChar(char32_t c) {
     if (c == KeyLineFeed) c = KeyEnter;
-    if (IsOpen() && !CheckPlace(c != KeyEscape, c == KeyEnter || c == KeyTab)) return;
-    if (!IsOpen() && c == KeyEscape) return;
-    ForKey(c != KeyEscape, [&] {
+    if (c == KeyEscape && !IsOpen()) return;
+    TKeyKind kind = c == KeyEscape ? kkLook : kkWrite;
+    if (IsOpen() && (c == KeyEnter || c == KeyTab)) kind = kkChoose;
+    ForKey(kind, [&] {
         if (IsOpen()) TypeIntoList(c);
         else TypeIntoText(c);
     });
@@ -82,25 +84,33 @@ void TEditorDriver::PressKey(TEditorKey key) {
         case ekTab: return TypeChar(KeyTab);
         case ekEscape: return TypeChar(KeyEscape);
         case ekCtrlSpace: OpenList(); return;
-        case ekBackspace: return ForKey(true, [&] { DeletePrevious(); });
+        case ekBackspace: return ForKey(kkWrite, [&] { DeletePrevious(); });
         case ekUp:
         case ekDown:
         case ekLeft:
-        case ekRight: return ForKey(false, [&] { MoveCaret(key); });
+        case ekRight: return ForKey(kkLook, [&] { MoveCaret(key); });
     }
 }
 
+bool TEditorDriver::Undo() {
+    Dismiss();
+    return FView->Undo();
+}
+
+bool TEditorDriver::Redo() {
+    Dismiss();
+    return FView->Redo();
+}
+
 bool TEditorDriver::OpenList() {
-    ForKey(false, [&] {
-        if (IsOpen()) return;
-        AskForList(0);
-        FIsAskedFor = IsOpen();
+    ForKey(kkLook, [&] {
+        if (!IsOpen()) FIsAskedFor = AskForList(0);
     });
     return IsOpen();
 }
 
 bool TEditorDriver::OpenListFor(char16_t c) {
-    ForKey(false, [&] {
+    ForKey(kkLook, [&] {
         if (!IsOpen()) AskForList(c);
     });
     return IsOpen();
@@ -109,19 +119,15 @@ bool TEditorDriver::OpenListFor(char16_t c) {
 // Whether the key may go on. A list whose ground has moved is dropped here; a key
 // that would have chosen from it then does nothing, and any other counts as typed
 // without a list.
-bool TEditorDriver::CheckPlace(bool isWriting, bool isChoice) {
-    if (!FView->IsOpen()) {
-        DropList("its view is closed");
-        return false;
-    }
-    if (isWriting && Text().IsReadOnly()) {
-        DropList("it is read-only");
-        return false;
-    }
-    if (!IsOpen() || FIsBusy || (Text().Revision() == FRevision && FView->CaretOffset() == FCaret))
-        return true;
-    DropList("the text has changed under the list");
-    return !isChoice;
+bool TEditorDriver::CheckPlace(TKeyKind kind) {
+    bool isInFocus =
+        FView->IsOpen() && FServices->CurrentEditView() == static_cast<INibEditView*>(FView.Get());
+    if (!isInFocus) return Refuse("its view is not the open one");
+    if (kind != kkLook && Text().IsReadOnly()) return Refuse("it is read-only");
+    if (!IsOpen() || (Text().Revision() == FRevision && FView->CaretOffset() == FCaret)) return true;
+    if (kind == kkChoose) return Refuse("the text has changed under the list");
+    Dismiss();
+    return true;
 }
 
 // Lists that were asked for while a manager was at work.
@@ -143,7 +149,7 @@ void TEditorDriver::Settle() {
 
 void TEditorDriver::TypeIntoText(char32_t c) {
     InsertTyped(c);
-    AskForList(KeyOf(c));
+    if (c != 0) AskForList(KeyOf(c));
 }
 
 void TEditorDriver::InsertTyped(char32_t c) {
@@ -320,13 +326,10 @@ void TEditorDriver::Detach() {
     FManager = nullptr;
 }
 
-void TEditorDriver::DropList(std::string_view reason) {
+bool TEditorDriver::Refuse(std::string_view reason) {
     Dismiss();
-    Warn(reason);
-}
-
-void TEditorDriver::Warn(std::string_view reason) {
     if (FWarning) FWarning(FView->Buffer()->FileName() + ": nothing written, since " + std::string(reason));
+    return false;
 }
 
 // --------------------------------------------------------------- other keys

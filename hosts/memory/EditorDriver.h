@@ -10,7 +10,7 @@
 //     driver.TypeChar('<');                // opens the list of elements
 //     driver.TypeChar('d');                // leaves those that begin with "d"
 //     driver.PressKey(ekEnter);            // writes the selected one
-//     driver.View().Undo();                // takes back that key, whatever it wrote
+//     driver.Undo();                       // takes back that key, whatever it wrote
 //
 // A list belongs to the text it was made for. If text, caret or view have changed
 // behind its back, or the buffer has become read-only, the list is dropped, nothing is
@@ -70,6 +70,9 @@ public:
     /// Tab (9), Enter (13, or 10) and Escape (27) are the keys, not the characters.
     void TypeChar(char32_t c);
     void PressKey(TEditorKey key);
+    /// Takes back the last key, or brings it back. False if there is none.
+    bool Undo();
+    bool Redo();
 
     // The same in single steps, for a host that has no keys.
     /// Opens the list as if the user had asked. False if nothing is offered; a list
@@ -77,7 +80,8 @@ public:
     bool OpenList();
     /// Opens the list as if c, which stands before the caret, had just been typed.
     bool OpenListFor(char16_t c);
-    /// Selects the first item of that name. False, and nothing changed, if there is none.
+    /// Selects the first item of that name, so that the next key that closes the list
+    /// takes it: TypeChar(13), TypeChar(' '). False, and nothing changed, if there is none.
     bool Select(std::u16string_view name);
     /// Dismisses the list; nothing is written.
     void Dismiss();
@@ -103,10 +107,16 @@ public:
 private:
     TTextBuffer& Text() { return FView->Text(); }
 
+    // What a key is about to do.
+    enum TKeyKind {
+        kkLook,    // moves caret or selection, opens or dismisses a list
+        kkWrite,   // writes into the text
+        kkChoose,  // writes, and with a list open means an item of it
+    };
     // One key, or what counts as one.
     template <class TAction>
-    void ForKey(bool isWriting, TAction action);
-    bool CheckPlace(bool isWriting, bool isChoice);
+    void ForKey(TKeyKind kind, TAction action);
+    bool CheckPlace(TKeyKind kind);
     void OpenRequested();
     void Settle();
 
@@ -126,11 +136,10 @@ private:
     bool TakesChoice(char32_t c) const;
     void CloseList(char32_t key, bool accept);
     void EndList(bool accepted);
-    void DropList(std::string_view reason);
+    bool Refuse(std::string_view reason);  // always false
 
     void MoveCaret(TEditorKey key);
     void DeletePrevious();
-    void Warn(std::string_view reason);
 
     TRef<TEditView> FView;
     TKibitzRegistry& FRegistry;

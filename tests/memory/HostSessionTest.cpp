@@ -1,7 +1,7 @@
 // The session sets the engine's roots and takes them back.
-#include "memory/HostSession.h"
-
 #include <gtest/gtest.h>
+
+#include "memory/HostSession.h"
 
 namespace caretwell {
 namespace {

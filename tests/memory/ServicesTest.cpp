@@ -1,0 +1,250 @@
+// Settings, dialogs, option sets, messages, the registry and files.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "FakeManager.h"
+#include "memory/FileText.h"
+#include "memory/Services.h"
+
+namespace caretwell {
+namespace {
+
+std::string TemporaryFile(const std::string& text) {
+    std::string name = testing::TempDir() + "caretwell-test-XXXXXX";
+    close(mkstemp(name.data()));
+    EXPECT_FALSE(WriteFileText(name, text));
+    return name;
+}
+
+TEST(Settings, LongestSpellingWins) {
+    const std::string key = "Software\\Tarnwell\\Code Insight", name = "Auto Code Completions";
+    struct TCase {
+        std::string FJson;
+        std::vector<std::pair<std::string, std::string>> FOverrides;
+        std::string FValue;
+        int FWarnings;
+    };
+    const TCase cases[] = {
+        {R"({"Auto Code Completions": "a"})", {}, "a", 0},
+        {R"({"auto code completions": "a"})", {}, "a", 0},
+        {R"({"Code Insight\\Auto Code Completions": "b", "Auto Code Completions": "a"})", {}, "b", 0},
+        {R"({"Code Insight\\Auto Code Completions": "b",
+            "Software\\Tarnwell\\Code Insight\\Auto Code Completions": "c"})",
+         {},
+         "c",
+         0},
+        {R"({"Other Key\\Auto Code Completions": "a"})", {}, "none", 0},
+        {R"({"Code Insight\\Auto Code Completions": "b"})", {{name, "x"}, {name, "y"}}, "y", 0},
+        {R"({"Auto Code Completions": ""})", {}, "", 0},
+        {R"({"Auto Code Completions": "a")", {}, "none", 1},
+        {R"({"Auto Code Completions": "a", "x": 1})", {}, "none", 1},
+        {"[\"a\"]", {}, "none", 1},
+        {"", {}, "none", 1},
+        {std::string("\xFF\xFE\0", 3), {}, "none", 1},
+        {std::string(500000, '['), {}, "none", 1},
+        {std::string(2000000, ' ') + "{}", {}, "none", 1},
+    };
+    for (const auto& c : cases) {
+        int warnings = 0;
+        std::string file = TemporaryFile(c.FJson);
+        TSettingsStore store(file, [&](std::string_view) { ++warnings; });
+        for (const auto& [override, value] : c.FOverrides) store.Override(override, value);
+        EXPECT_TRUE(store.OpenKey(key));
+        for (int i = 0; i < 2; ++i)
+            EXPECT_EQ(store.ReadString(key, name).value_or("none"), c.FValue) << c.FJson.substr(0, 99);
+        store.ReadString(key, "Extensions");
+        EXPECT_EQ(warnings, c.FWarnings) << c.FJson.substr(0, 99);
+        unlink(file.c_str());
+    }
+    std::string line;
+    TSettingsStore missing("/nonexistent/s.json", [&](std::string_view text) { line += text; });
+    EXPECT_FALSE(missing.ReadString(key, name));
+    EXPECT_FALSE(missing.ReadString(key, name));
+    EXPECT_EQ(line, "settings /nonexistent/s.json: No such file or directory");
+}
+
+TEST(Settings, DefaultFile) {
+    setenv("XDG_CONFIG_HOME", "/x", 1);
+    EXPECT_EQ(DefaultSettingsFile(), "/x/caretwell/settings.json");
+    unsetenv("XDG_CONFIG_HOME");
+    setenv("HOME", "/home/u", 1);
+    EXPECT_EQ(DefaultSettingsFile(), "/home/u/.config/caretwell/settings.json");
+}
+
+TEST(Dialogs, Unit) {
+    const struct {
+        const char *FAnswer, *FUnits, *FResult;
+    } cases[] = {
+        {"12px", "px em", "12 px"},   {"12EM", "px em", "12 em"}, {"-1.5em", "px em", "-1.5 em"},
+        {"50%", "%", "50 %"},         {"12", "px em", "12 px"},   {"12rem", "px em", "cancelled"},
+        {"px", "px em", "cancelled"}, {"", "px", "cancelled"},    {"12px", "", "12px "},
+    };
+    for (const auto& c : cases) {
+        TForm form;
+        form.Purpose = "length";
+        form.Controls.resize(4);
+        form.Controls[0].Name = "OKBtn";
+        form.Controls[0].IsDefault = true;
+        form.Controls[0].ModalResult = 1;
+        form.Controls[1].IsCancel = true;
+        form.Controls[1].ModalResult = 2;
+        form.Controls[2].Name = "ValueEdit";
+        auto& units = form.Controls[3];
+        units.Name = "UnitCombo";
+        for (std::string_view left = c.FUnits; !left.empty();
+             left.remove_prefix(std::min(left.size(), left.find(' ') + 1))) {
+            units.Items.emplace_back(left.substr(0, left.find(' ')));
+            if (left.find(' ') == left.npos) break;
+        }
+        if (!units.Items.empty()) units.ItemIndex = 0;
+        TDialogAnswers answers;
+        TScriptedForms forms(answers);
+        EXPECT_EQ(forms.ShowModal(form), 2);  // no answer
+        answers.Set("length", c.FAnswer);
+        std::string result = "cancelled";
+        if (forms.ShowModal(form) == 1) {
+            result = form.Find("ValueEdit")->Text + " ";
+            if (units.ItemIndex >= 0) result += units.Items[static_cast<size_t>(units.ItemIndex)];
+        }
+        EXPECT_EQ(result, c.FResult) << c.FAnswer;
+    }
+}
+
+TEST(Services, Dialogs) {
+    std::vector<std::string> asked;
+    THostSession host({.SettingsFile = "",
+                       .Answers = {{"color", "#ff0000"}},
+                       .Ask = [&](std::string_view name) -> std::optional<std::string> {
+                           asked.emplace_back(name);
+                           if (asked.size() == 1) return "logo.png";
+                           return std::nullopt;
+                       }});
+    host.Open("", "dir/a.html");
+    auto dialogs = GetService<INibDialogServices>();
+    auto color = dialogs->CreateWebColorDlg();
+    EXPECT_TRUE(color->Execute());
+    EXPECT_EQ(color->GetSelectedColor(), "#ff0000");
+    auto url = dialogs->CreateSelectURLDialog();
+    EXPECT_EQ(url->GetModuleFileName(), "dir/a.html");
+    EXPECT_TRUE(url->Execute());
+    EXPECT_EQ(url->GetPreviewURL(), "logo.png");
+    EXPECT_FALSE(url->Execute());
+    EXPECT_EQ(url->GetPreviewURL(), "");
+    EXPECT_EQ(asked, (std::vector<std::string>{"uri", "uri"}));
+}
+
+TEST(Services, OptionSets) {
+    THostSession host({.SettingsFile = ""});
+    auto options = GetService<INibOptionServices>();
+    const struct {
+        const char *FFile, *FSet;
+        bool FMatches;
+    } cases[] = {
+        {"a.css", "StyleSheet", true}, {"A.CSS", "StyleSheet", true},    {"x/a.css", "StyleSheet", true},
+        {"css", "StyleSheet", false},  {"a.css/b", "StyleSheet", false}, {"a.scss", "StyleSheet", false},
+        {"a.", "StyleSheet", false},   {"a.htm", "HTML", true},          {"a.wml", "HTML", true},
+        {"a.css", "HTML", false},      {"a.css", "Unknown", false},
+    };
+    for (const auto& c : cases) {
+        std::string extensions =
+            options->GetExtensionsForTypeID(std::string("Tarnwell.EditOptions.") + c.FSet);
+        EXPECT_EQ(options->MatchExtensions(c.FFile, extensions), c.FMatches) << c.FFile << " " << c.FSet;
+    }
+}
+
+TEST(Services, MessagesAndPlatform) {
+    std::string echoed;
+    THostSession host({.SchemaFolder = "/usr/share/schemas/",
+                       .SettingsFile = "",
+                       .Settings = {{"Extensions", "shtml"}},
+                       .Echo = [&](const TMessage& m) { echoed += m.Prefix + " " + m.Text; }});
+    EXPECT_EQ(GetService<INibServices>()->RootDirectory(), "/usr/share/");
+    auto messages = GetService<INibMessageServices>();
+    messages->AddMessage("a.dtd", "bad", "Error", 3, 4);
+    EXPECT_EQ(echoed, "Error bad");
+    ASSERT_EQ(host.Messages().Messages().size(), 1u);
+    EXPECT_EQ(host.Messages().Messages()[0].Line, 3);
+    for (size_t i = 0; i < TMessageView::MostKept; ++i) messages->AddMessage("", "", "", 0, 0);
+    EXPECT_EQ(host.Messages().DroppedCount(), 1u);
+    messages->ClearMessages();
+    EXPECT_TRUE(host.Messages().Messages().empty());
+
+    IPlatform& platform = GetPlatform();
+    EXPECT_TRUE(platform.IsMainThread());
+    host.Platform().SetMainThread(false);
+    EXPECT_FALSE(platform.IsMainThread());
+    EXPECT_FALSE(platform.IsCtrlDown());
+    host.Platform().SetCtrlDown(true);
+    EXPECT_TRUE(platform.IsCtrlDown());
+    EXPECT_EQ(platform.Settings()->ReadString("Software\\Tarnwell\\Internet", "Extensions"), "shtml");
+    EXPECT_TRUE(platform.Forms());
+}
+
+TEST(Services, InsertText) {
+    THostSession host({.SettingsFile = ""});
+    auto services = GetService<INibCodeInsightServices>();
+    services->InsertText(u"nowhere", true);
+    TDocument& page = host.Open("a bc d", "a.html");
+    page.View().SetCaretOffset(4);
+    services->InsertText(u"\u00E9", true);  // no list, so no token
+    EXPECT_EQ(page.Text().Text(), "a bc\xC3\xA9 d");
+    host.Services().SetTokenStart(2);
+    services->InsertText(u"x", true);
+    EXPECT_EQ(page.Text().Text(), "a x d");
+    EXPECT_EQ(page.View().CaretOffset(), 3);
+    page.Text().SetReadOnly(true);
+    services->InsertText(u"y", false);
+    EXPECT_EQ(page.Text().Text(), "a x d");
+}
+
+TEST(Registry, FindsTheManagerOfAFile) {
+    THostSession host({.SettingsFile = ""});
+    auto takesAll = MakeRef<TFakeManager>(), fake = MakeRef<TFakeManager>();
+    takesAll->FExtension = "";
+    auto& registry = host.Registry();
+    EXPECT_EQ(GlobalKibitzManager()->Register(TRef<INibCodeInsightManager>(takesAll)), 0);
+    EXPECT_EQ(registry.Register(TRef<INibCodeInsightManager>(fake)), 1);
+    EXPECT_EQ(registry.Register(nullptr), -1);
+    EXPECT_TRUE(registry.Find("a.fake") == takesAll.Get());
+    fake->FExtension = ".css";
+    fake->FOptionSet = "Tarnwell.EditOptions.StyleSheet";
+    EXPECT_TRUE(registry.Find("a.css") == fake.Get());
+    EXPECT_TRUE(registry.Find("a.txt") == takesAll.Get());
+    registry.Unregister(0);
+    registry.Unregister(0);
+    registry.Unregister(-1);
+    registry.Unregister(9);
+    EXPECT_FALSE(registry.Find("a.txt"));
+}
+
+TEST(FileText, WritesWhole) {
+    std::string file = TemporaryFile("old");
+    chmod(file.c_str(), 0640);
+    const std::string text(
+        "\xEF\xBB\xBF"
+        "a\r\nb\rc\n\0",
+        10);
+    EXPECT_FALSE(WriteFileText(file, text));
+    EXPECT_EQ(ReadFileText(file).Text, text);
+    struct stat info {};
+    stat(file.c_str(), &info);
+    EXPECT_EQ(info.st_mode & 07777, 0640u);
+
+    std::string link = file + ".link";
+    ASSERT_EQ(symlink(file.c_str(), link.c_str()), 0);
+    EXPECT_FALSE(WriteFileText(link, "new"));
+    EXPECT_EQ(ReadFileText(file).Text, "new");
+    lstat(link.c_str(), &info);
+    EXPECT_TRUE(S_ISLNK(info.st_mode));
+    EXPECT_EQ(ReadFileText(file, 2).Problem, "File too large");
+    EXPECT_EQ(ReadFileText("/nonexistent").Problem, "No such file or directory");
+    EXPECT_EQ(WriteFileText("/nonexistent/a", "x"), "No such file or directory");
+    EXPECT_TRUE(WriteFileText("/proc/version", "x"));
+    EXPECT_FALSE(ReadFileText("/").Text);
+    unlink(link.c_str());
+    unlink(file.c_str());
+}
+
+}  // namespace
+}  // namespace caretwell
