@@ -9,8 +9,10 @@
   own. data- attributes are left to the writer.
 -->
 
-<!-- Nothing of these is ever shown, so they are given no role, no aria-... and only the
-     events that can happen to them, though the standard forbids no event anywhere. -->
+<!-- Nothing of these is ever shown. The standard forbids no global attribute anywhere; but
+     here they are given no role, no aria-..., only the events that can happen to them,
+     and none of what needs a thing to be seen (accesskey, hidden, tabindex ...), so that
+     the list for meta or script is one of things to choose from. -->
 <!ENTITY % hiddenElements
   "base | head | link | meta | noscript | param | script | source | style | template |
    title | track">
@@ -36,41 +38,43 @@
 <!-- ===== Global attributes ======================================================= -->
 
 <!ATTLIST (%shownElements; | %hiddenElements;)
+  class     CDATA #IMPLIED
+  dir       (ltr | rtl | auto) #IMPLIED
+  id        ID #IMPLIED
+  lang      (%Language;) #IMPLIED
+  nonce     CDATA #IMPLIED
+  style     CDATA #IMPLIED
+  title     CDATA #IMPLIED
+  translate (yes | no) #IMPLIED
+
+  -- Microdata. --
+  itemid    %URI; #IMPLIED
+  itemprop  CDATA #IMPLIED
+  itemref   IDREFS #IMPLIED
+  itemscope (itemscope) #IMPLIED
+  itemtype  %URI; #IMPLIED>
+
+<!ATTLIST (%shownElements;)
   accesskey          CDATA #IMPLIED
   autocapitalize     (off | none | on | sentences | words | characters) #IMPLIED
   autocorrect        (on | off) #IMPLIED
   autofocus          (autofocus) #IMPLIED
-  class              CDATA #IMPLIED
   contenteditable    (true | plaintext-only | false) #IMPLIED
-  dir                (ltr | rtl | auto) #IMPLIED
   draggable          (true | false) #IMPLIED
   enterkeyhint       (enter | done | go | next | previous | search | send) #IMPLIED
   exportparts        CDATA #IMPLIED
   headingoffset      NUMBER #IMPLIED
   headingreset       (headingreset) #IMPLIED
   hidden             (until-found | hidden) #IMPLIED
-  id                 ID #IMPLIED
   inert              (inert) #IMPLIED
   inputmode          (none | text | tel | url | email | numeric | decimal | search) #IMPLIED
   is                 CDATA #IMPLIED
-  lang               (%Language;) #IMPLIED
-  nonce              CDATA #IMPLIED
   part               CDATA #IMPLIED
   popover            (auto | manual | hint) #IMPLIED
   slot               CDATA #IMPLIED
   spellcheck         (true | false) #IMPLIED
-  style              CDATA #IMPLIED
   tabindex           NUMBER #IMPLIED
-  title              CDATA #IMPLIED
-  translate          (yes | no) #IMPLIED
-  writingsuggestions (true | false) #IMPLIED
-
-  -- Microdata. --
-  itemid             %URI; #IMPLIED
-  itemprop           CDATA #IMPLIED
-  itemref            IDREFS #IMPLIED
-  itemscope          (itemscope) #IMPLIED
-  itemtype           %URI; #IMPLIED>
+  writingsuggestions (true | false) #IMPLIED>
 
 
 <!-- ===== ARIA ====================================================================

@@ -374,12 +374,10 @@
   requiredExtensions CDATA #IMPLIED
   systemLanguage     (%Language;) #IMPLIED>
 
-<!ATTLIST (a | image | use | textPath | linearGradient | radialGradient | pattern | feImage | mpath |
-           %svgAnimation;)
-  xlink:href %URI; #IMPLIED>
 <!ATTLIST (image | use | textPath | linearGradient | radialGradient | pattern | feImage | mpath |
            %svgAnimation;)
-  href %URI; #IMPLIED>
+  href       %URI; #IMPLIED
+  xlink:href %URI; #IMPLIED>
 
 <!ATTLIST (svg | use | image | symbol | foreignObject | mask | pattern | filter)
   height CDATA #IMPLIED
