@@ -3,6 +3,7 @@
 #include <utf8.h>
 
 #include <algorithm>
+#include <bit>
 #include <cstring>
 
 #include "markup/Hash.h"
@@ -12,16 +13,31 @@ namespace {
 
 constexpr bool IsContinuation(char c) { return (static_cast<uint8_t>(c) & 0xC0) == 0x80; }
 
-// Length of the longest beginning of text that is ASCII throughout, in steps of eight bytes.
+// Length of the longest beginning of text that is ASCII throughout, eight bytes at a time.
 size_t AsciiPrefix(std::string_view text) {
     size_t i = 0;
     for (; i + 8 <= text.size(); i += 8) {
         uint64_t word;
         std::memcpy(&word, text.data() + i, 8);
-        if (word & 0x8080808080808080u) break;
+        word &= 0x8080808080808080u;
+        if (!word) continue;
+        if constexpr (std::endian::native == std::endian::little)
+            return i + static_cast<size_t>(std::countr_zero(word)) / 8;
+        break;
     }
     while (i < text.size() && static_cast<uint8_t>(text[i]) < 0x80) ++i;
     return i;
+}
+
+// Length of the first character of text; 1 for a byte that fits nowhere.
+int32_t CharacterLengthOf(std::string_view text) {
+    uint8_t lead = static_cast<uint8_t>(text[0]);
+    int32_t length = UTF8CharLength(lead);
+    if (length == 1 || text.size() < static_cast<size_t>(length)) return 1;
+    // The common ones without a closer look: these leads allow any tail.
+    if (lead >= 0xC2 && lead < 0xE0) return IsContinuation(text[1]) ? 2 : 1;
+    if (lead > 0xE0 && lead < 0xED) return IsContinuation(text[1]) && IsContinuation(text[2]) ? 3 : 1;
+    return utf8::is_valid(text.data(), text.data() + length) ? length : 1;
 }
 
 std::string CutToMaximum(std::string text) {
@@ -64,11 +80,11 @@ char TTextBuffer::At(int32_t offset) const {
 
 // Bytes of the character at offset, which lies in the text; 1 for a byte that fits nowhere.
 int32_t TTextBuffer::CharacterLength(int32_t offset) const {
-    int32_t length = UTF8CharLength(static_cast<uint8_t>(At(offset)));
-    if (length == 1) return 1;
+    std::string_view run = FText.Run(static_cast<size_t>(offset));
+    if (run.size() >= 4) return CharacterLengthOf(run);
     char bytes[4];
-    int32_t got = Read(offset, bytes, length);
-    return got == length && utf8::is_valid(bytes, bytes + length) ? length : 1;
+    int32_t got = Read(offset, bytes, 4);
+    return CharacterLengthOf({bytes, static_cast<size_t>(got)});
 }
 
 int32_t TTextBuffer::NextCharacter(int32_t offset) const {
@@ -107,13 +123,20 @@ int32_t TTextBuffer::CountCharactersBetween(int32_t start, int32_t end) const {
     while (start < end) {
         std::string_view run =
             FText.Run(static_cast<size_t>(start)).substr(0, static_cast<size_t>(end - start));
-        int32_t ascii = static_cast<int32_t>(AsciiPrefix(run));
-        count += ascii;
-        start += ascii;
-        while (start < end && static_cast<uint8_t>(At(start)) >= 0x80) {
-            start += CharacterLength(start);
+        size_t place = 0;
+        while (true) {
+            size_t ascii = AsciiPrefix(run.substr(place));
+            place += ascii;
+            count += static_cast<int32_t>(ascii);
+            if (run.size() - place < 4) break;
+            place += static_cast<size_t>(CharacterLengthOf(run.substr(place)));
             ++count;
         }
+        start += static_cast<int32_t>(place);
+        // A character may lie across the end of the run.
+        if (start == end) break;
+        start += CharacterLength(start);
+        ++count;
     }
     return count;
 }
