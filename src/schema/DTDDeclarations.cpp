@@ -127,11 +127,18 @@ void TDTDParser::ParseAttList() {
         FDeclType = dtAttribute;
         TDTDExprNode* name = ParseExpr();
         FDeclType = dtNone;
-        name->Right = ParseExpr();
+        name->Right = ParseAttributeType();
         ParseAttribute(name->Symbol);
         attributes.push_back(name);
     }
     AddAttributes(names, attributes);
+}
+
+TDTDExprNode* TDTDParser::ParseAttributeType() {
+    size_t before = FNodes.size();
+    TDTDExprNode* type = ParseExpr();
+    RequireAtMost(MaxValuesOfAttribute, FNodes.size() - before);
+    return type;
 }
 
 void TDTDParser::AddAttributes(TDTDExprNode* names, const std::vector<TDTDExprNode*>& attributes) {
@@ -140,7 +147,9 @@ void TDTDParser::AddAttributes(TDTDExprNode* names, const std::vector<TDTDExprNo
         auto* element = SymbolAs<TDTDElement>(node->Symbol);
         if (!element) continue;
         FElementAttributeCount += attributes.size();
-        if (FElementAttributeCount > MaxElementAttributes) return TooLarge();
+        RequireAtMost(MaxElementAttributes, FElementAttributeCount);
+        RequireAtMost(MaxAttributesOfElement, element->FAttributes.size() + attributes.size());
+        if (FIsTooLarge) return;
         TDTDExprList& list = element->GetExprList();
         if (list.GetCount() == 0) list.AddExpr(CreateExpr());  // the place of the content model
         for (TDTDExprNode* attribute : attributes) {

@@ -101,8 +101,8 @@ TDTDSymbol* TDTDParser::LookupSymbol(std::string_view name, TDeclType declType) 
 }
 
 template <class T>
-TDTDSymbol* TDTDParser::Enter(std::deque<T>& store, TDTDSymbolTable* table, std::string_view name) {
-    TDTDSymbol* symbol = &store.emplace_back(Intern(name));
+T* TDTDParser::Enter(std::deque<T>& store, TDTDSymbolTable* table, std::string_view name) {
+    T* symbol = &store.emplace_back(Intern(name));
     if (table) table->Enter(symbol);
     symbol->FNext = FSymbolList;
     FSymbolList = symbol;
@@ -115,23 +115,29 @@ TDTDSymbol* TDTDParser::EnterSymbol(std::string_view name, TDeclType declType) {
         case dtNone: break;
         case dtAttribute: return Enter(FAttributes, nullptr, name);
         case dtParameterizedEntity: return Enter(FParameterizedEntities, &FParameterizedEntityTable, name);
-        case dtEntity: return Enter(FEntities, &FEntityTable, name);
-        case dtElement: {
-            TDTDSymbol* element = Enter(FElements, &FElementTable, name);
-            TDTDEntityNames names = FScanner->GetParameterizedEntityNames();
-            FElementEntityCount += names.FCount;
-            if (FElementEntityCount > MaxElementEntities) TooLarge();
-            else FElements.back().FEntityNames = std::move(names);
-            return element;
-        }
+        case dtEntity:
+            RequireAtMost(MaxEntities, FEntities.size() + 1);
+            return Enter(FEntities, &FEntityTable, name);
+        case dtElement: return EnterElement(name);
     }
     return Enter(FWords, &FSymbolTable, name);
+}
+
+TDTDElement* TDTDParser::EnterElement(std::string_view name) {
+    TDTDElement* element = Enter(FElements, &FElementTable, name);
+    element->FOrdinal = GetElementCount() - 1;
+    TDTDEntityNames names = FScanner->GetParameterizedEntityNames();
+    FElementEntityCount += names.FCount;
+    if (FElementEntityCount <= MaxElementEntities) element->FEntityNames = std::move(names);
+    RequireAtMost(MaxElementEntities, FElementEntityCount);
+    RequireAtMost(MaxElements, FElements.size());
+    return element;
 }
 
 TDTDExprNode* TDTDParser::CreateExpr() {
     TDTDExprNode* node = nullptr;
     if (FFreeNodes.empty()) {
-        if (FNodes.size() == MaxExprs) TooLarge();
+        RequireAtMost(MaxExprs, FNodes.size() + 1);
         node = &FNodes.emplace_back();
     } else {
         node = FFreeNodes.back();

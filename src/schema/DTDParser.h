@@ -36,9 +36,14 @@ using TParserErrorEvent =
 
 class TDTDParser {
 public:
-    // A schema is refused beyond these, with a message; what was read until then stands.
-    // The largest definitions in use have a twentieth of it.
-    static constexpr int32_t MaxExprs = 500'000;
+    // A schema ends beyond these, with a message; what was read until then stands. The
+    // largest definitions in use have a tenth of it, and whoever builds tags from the
+    // symbols (tables of 256 buckets, lists kept sorted) stays quick up to them.
+    static constexpr size_t MaxExprs = 500'000;
+    static constexpr size_t MaxElements = 10'000;
+    static constexpr size_t MaxEntities = 20'000;
+    static constexpr size_t MaxAttributesOfElement = 4'096;
+    static constexpr size_t MaxValuesOfAttribute = 10'000;
     /// Attributes, each counted for every element that has it.
     static constexpr size_t MaxElementAttributes = 250'000;
     /// Entity names, each counted for every element that came out of it.
@@ -62,6 +67,8 @@ public:
     void MakeSymArray();
     /// From the symbol entered last to the first; the index must be below FSymbolCount.
     TDTDSymbol* GetSymbol(int32_t index) const { return FSymbols[static_cast<size_t>(index)]; }
+    /// Elements declared or mentioned; their FOrdinal is below it.
+    int32_t GetElementCount() const { return static_cast<int32_t>(FElements.size()); }
     /// By exact name; null if none, and always for dtAttribute: attributes are found in
     /// their element.
     TDTDSymbol* LookupSymbol(std::string_view name, TDeclType declType) const;
@@ -119,6 +126,7 @@ private:
     bool ParseRequirement();
     void MarkContent(TDTDExprNode* names, TDTDExprNode* content);
     void ParseAttList();
+    TDTDExprNode* ParseAttributeType();
     void AddAttributes(TDTDExprNode* names, const std::vector<TDTDExprNode*>& attributes);
     void ParseAttribute(TDTDSymbol* attribute);
     void ParsePoundDefault(TDefault& result);
@@ -139,7 +147,11 @@ private:
     void NextToken() { FScanner->GetToken(); }
     void Expected(std::string_view what) { ParseErrorExpected(what, FScanner->FTokenText); }
     template <class T>
-    TDTDSymbol* Enter(std::deque<T>& store, TDTDSymbolTable* table, std::string_view name);
+    T* Enter(std::deque<T>& store, TDTDSymbolTable* table, std::string_view name);
+    TDTDElement* EnterElement(std::string_view name);
+    void RequireAtMost(size_t limit, size_t count) {
+        if (count > limit) TooLarge();
+    }
     void TooLarge();
 
     // One store a kind: a symbol costs no more than itself, and none is freed alone.

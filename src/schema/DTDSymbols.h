@@ -52,11 +52,12 @@ public:
     explicit TDTDExprWalk(TDTDExprNode* root) { Push(root); }
     /// The next node; null at the end, at once for a null root.
     TDTDExprNode* Next();
-
-private:
+    /// Visits a tree before the rest; null is passed over.
     void Push(TDTDExprNode* node) {
         if (node) FPending.push_back(node);
     }
+
+private:
     std::vector<TDTDExprNode*> FPending;
 };
 
@@ -158,6 +159,7 @@ struct TDTDElement : TDTDSymbol {
     static constexpr TDeclType Kind = dtElement;
     explicit TDTDElement(std::string_view name) : TDTDSymbol(name, Kind) {}
 
+    int32_t FOrdinal = 0;  ///< number of the element in its parser, in order of first mention
     bool FRequiresStartTag = false;
     bool FRequiresEndTag = false;
     bool FEmpty = false;

@@ -22,7 +22,9 @@
 
 namespace caretwell {
 
+class TDTDParser;
 class TMLParser;
+enum TParseError : uint8_t;
 struct TTagEntry;
 
 /// The open entries of one name on the parser's two stacks; valid for the parse that
@@ -141,6 +143,10 @@ public:
 
     void Error(std::string_view fileName, std::string_view message, std::string_view prefix, int32_t line,
                int32_t column);
+
+    /// The event of a TDTDParser: its severity becomes the word before the message.
+    void DTDParserError(TDTDParser* sender, TParseError kind, const std::string& message, int32_t line,
+                        const std::string& fileName);
 
     // ---- Schema selection.
 
