@@ -20,22 +20,10 @@
 #include "markup/MLParserUtils.h"
 #include "parser/DocumentWindow.h"
 #include "parser/LineCounter.h"
+#include "parser/ParserContext.h"
 #include "parser/TagStack.h"
 
 namespace caretwell {
-
-enum TParserContexts : uint16_t {
-    pcNone,
-    pcHTMLComment,
-    pcStyle,
-    pcScript,
-    pcProcessingInstruction,
-    pcServerSideScript,
-    pcString,
-    pcAspComment,
-    pcElement,
-};
-using TParserContext = TFlags<TParserContexts, uint16_t>;
 
 /// Place of the ">" of an empty element that must be written in the closed form.
 struct TAutoClosePosition {

@@ -50,6 +50,12 @@ public:
     /// The whole child list, whatever the range.
     const std::vector<TRef<INibMLTag>>& GetAllTags() const { return FTags; }
 
+    /// The whole attribute list, whatever the range.
+    const std::vector<TRef<INibMLTagAttribute>>& GetAllAttributes() {
+        FillAttributes();
+        return FAttrs;
+    }
+
     /// Back to what the load left: children shown, all of them, nothing filtered, and
     /// no closing tags. Attributes keep their values.
     void ResetRange();

@@ -1,0 +1,76 @@
+#include "insight/Choice.h"
+
+#include "markup/Hash.h"
+
+namespace caretwell {
+
+int32_t GetCaretOffset(INibEditView& view) {
+    if (auto offsets = QueryAs<INibOffsetView>(&view)) return offsets->CaretOffset();
+    return view.CharPosToOffset(view.EditPosToCharPos(view.CaretPos()));
+}
+
+TSavedPlace::TSavedPlace(INibEditView& view) : FPosition(view.Position()), FBlock(view.Block()) {
+    FPosition->Save();
+    FBlock->Save();
+}
+
+TSavedPlace::~TSavedPlace() {
+    FBlock->Restore();
+    FPosition->Restore();
+}
+
+std::u16string ReadCharacterBefore(INibEditView& view, int32_t distance) {
+    TSavedPlace place(view);
+    int32_t column = place.Position().Column();
+    if (column <= distance) return {};
+    place.Position().MoveBy(0, -distance);
+    place.Block().Start();
+    place.Position().MoveBy(0, 1);
+    place.Block().Finish();
+    return place.Block().Text();
+}
+
+std::u16string ReadRestOfLine(INibEditView& view) {
+    TSavedPlace place(view);
+    place.Block().Start();
+    place.Position().MoveToLineEnd();
+    place.Block().Finish();
+    return place.Block().Text();
+}
+
+void InvokeCompletion(INibEditView& view) {
+    if (auto actions = QueryAs<INibEditActions>(&view))
+        actions->InvokeCompletion(INibEditActions::CompleteAsUser);
+}
+
+namespace {
+
+bool WriteToBuffer(const TChoiceEdit& edit, INibEditView& view, bool forceDelete) {
+    auto buffer = view.Buffer();
+    auto writer = buffer ? buffer->CreateWriter() : nullptr;
+    if (!writer) return false;
+    writer->CopyTo(edit.Start);
+    if (forceDelete || edit.Start != edit.End) writer->DeleteTo(edit.End);
+    writer->Insert(ToUtf8(edit.Text));
+    return true;
+}
+
+}  // namespace
+
+bool ApplyEdit(const TChoiceEdit& edit, INibEditView& view, bool forceDelete) {
+    if (edit.Way == TChoiceEdit::ceWrite) {
+        if (!WriteToBuffer(edit, view, forceDelete)) return false;
+        view.Repaint();
+        return true;
+    }
+    auto services = GetService<INibCodeInsightServices>();
+    if (!services || edit.Way == TChoiceEdit::ceNothing || edit.Way == TChoiceEdit::ceDialog) return false;
+    auto position = view.Position();
+    if (edit.DeleteBack > 0) position->DeleteBack(edit.DeleteBack);
+    services->InsertText(edit.Text, edit.Way == TChoiceEdit::ceReplace);
+    if (edit.MoveCaretBy) position->MoveBy(0, edit.MoveCaretBy);
+    view.Repaint();
+    return true;
+}
+
+}  // namespace caretwell

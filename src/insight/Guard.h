@@ -1,0 +1,28 @@
+// Where exceptions stop: no operation of the manager lets one reach the host. A parse
+// may raise (a free XML document whose schema is malformed, an observer, a host that
+// fails); what it says goes to the message view instead.
+#pragma once
+
+#include <exception>
+
+#include "host/Platform.h"
+#include "symbols/MLSymbolManager.h"
+
+namespace caretwell {
+
+/// Runs the action on the main thread; a call from any other thread is refused.
+template <class TAction>
+void Guarded(TMLSymbolManager& symbols, TAction action) noexcept {
+    try {
+        if (!GetPlatform().IsMainThread()) return;
+        try {
+            action();
+        } catch (const std::exception& problem) {
+            symbols.Error(symbols.GetSchemaFile(), problem.what(), "Failure", 0, 0);
+        }
+    } catch (...) {
+        // Even the message could not be delivered: there is nobody to tell.
+    }
+}
+
+}  // namespace caretwell
