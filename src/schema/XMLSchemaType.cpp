@@ -309,7 +309,10 @@ std::string TXMLType::GetName() const {
     pugi::xml_node node(FNode);
     std::string_view name = AttributeText(node, "name");
     if (!name.empty()) return std::string(name);
-    return "#" + std::to_string(FSchema->GetData().Index) + "." + std::to_string(node.offset_debug());
+    std::string place(1, '#');
+    place += std::to_string(FSchema->GetData().Index);
+    place += '.';
+    return place += std::to_string(node.offset_debug());
 }
 
 bool TXMLType::IsComplex() const {

@@ -1,11 +1,13 @@
 #include "symbols/XSDLoader.h"
 
 #include <algorithm>
+#include <deque>
 
 #include "host/Nibapi.h"
 #include "host/Platform.h"
 #include "symbols/MLSymbolManager.h"
-#include "tagmodel/HTMLAttribute.h"
+#include "symbols/SchemaReaderCache.h"
+#include "symbols/XSDPlan.h"
 
 namespace caretwell {
 namespace {
@@ -15,74 +17,60 @@ bool IsUrl(std::string_view text) {
            StartsWithText(text, std::string_view("https://"));
 }
 
-std::string GetTypeKey(std::string_view nameSpace, std::string_view name) {
-    std::string key(name);
-    if (!nameSpace.empty()) key.append(":").append(nameSpace);
-    return key;
-}
-
 // Elements of a built-in type such as xs:string are left out unless the user wants them.
 bool KeepsSimpleTyped() {
     auto services = GetService<INibServices>();
     ISettingsStore* settings = GetPlatform().Settings();
-    std::string key = services ? services->BaseRegistryKey() + "\\Code Insight" : "";
+    std::string key = (services ? services->BaseRegistryKey() : std::string()) + "\\Code Insight";
     if (!settings || !services || !settings->OpenKey(key)) return false;
     auto value = settings->ReadString(key, "Simple Typed Elements");
     return value && SameText(std::string_view(*value), std::string_view("True"));
 }
 
-std::string_view PrefixOf(TXMLSchemaSeverity severity) {
-    switch (severity) {
-        case xsError: return "Error";
-        case xsWarning: return "Warning";
-        case xsHint: return "Hint";
+/// Plans of the schemas used last, so that going from one document to another and back
+/// reads nothing. A plan holds the documents of its schema, so there are few.
+class TPlanCache {
+public:
+    static constexpr size_t MaxPlans = 8;
+
+    std::shared_ptr<TXSDPlan> Find(const std::string& fileName, bool keepsSimpleTyped) {
+        auto found = std::find_if(FRows.begin(), FRows.end(), [&](const TRow& row) {
+            return row.KeepsSimpleTyped == keepsSimpleTyped && row.Plan->FileName == fileName;
+        });
+        if (found == FRows.end()) return nullptr;
+        std::rotate(FRows.begin(), found, found + 1);
+        return FRows.front().Plan;
     }
-    return "";
+    void Add(std::shared_ptr<TXSDPlan> plan, bool keepsSimpleTyped) {
+        FRows.push_front({keepsSimpleTyped, std::move(plan)});
+        if (FRows.size() > MaxPlans) FRows.pop_back();
+    }
+    void Clear() { FRows.clear(); }
+
+private:
+    struct TRow {
+        bool KeepsSimpleTyped;
+        std::shared_ptr<TXSDPlan> Plan;
+    };
+    std::deque<TRow> FRows;  // the one used last in front
+};
+
+TPlanCache& Plans() {
+    static TPlanCache plans;
+    return plans;
 }
 
 }  // namespace
 
-struct TXSDLoader::TSource {
-    explicit TSource(TXMLSchemaMessageEvent onMessage) : Library(std::move(onMessage)) {}
+void FreeXSDPlans() {
+    std::scoped_lock lock(SchemaReaderLock());
+    Plans().Clear();
+}
 
-    /// The type of a declaration, none if it names one that neither the schema nor its
-    /// includes declare. A built-in type by name is such a one.
-    TXMLType GetTypeDef(const TXMLDeclaration& declaration) const {
-        if (declaration.HasRef() || !declaration.HasType()) return declaration.GetDataType();
-        std::string_view text = declaration.GetTypeText();
-        size_t colon = text.find(':');
-        bool hasPrefix = colon != text.npos;
-        auto nameSpace = hasPrefix ? declaration.FindNamespace(text.substr(0, colon))
-                                   : declaration.GetSchema().GetTargetNamespace();
-        auto found =
-            Types.find(GetTypeKey(nameSpace.value_or(""), hasPrefix ? text.substr(colon + 1) : text));
-        return found == Types.end() ? TXMLType() : found->second;
-    }
-
-    void FillAttributes(THTMLTag& tag, const TXMLType& type, TMLSymbolManager& manager) const {
-        for (const auto& definition : type.GetAttributes()) AddAttributeDef(definition, tag, manager);
-        for (const auto& group : type.GetAttributeGroups())
-            for (const auto& definition : group.GetAttributes()) AddAttributeDef(definition, tag, manager);
-    }
-
-    void AddAttributeDef(const TXMLDeclaration& definition, THTMLTag& tag, TMLSymbolManager& manager) const {
-        std::string_view name = definition.GetName();
-        if (name.empty()) return;
-        auto attribute = MakeRef<TXMLAttribute>(ToUtf16(name), -1);
-        tag.AddAttribute(attribute);
-        manager.RegisterAttributeEditor(attribute, manager.GetAttributeEditor("default"));
-        for (std::string_view value : GetTypeDef(definition).GetEnumerations())
-            if (!value.empty()) attribute->AddValue(ToUtf16(value));
-    }
-
-    TXMLSchemaLibrary Library;
-    std::unordered_map<std::string, TXMLType> Types;
-};
-
-/// A tag, where it goes when its content is complete, and what is left of the content.
+/// A tag, the one that holds it, and what is left of its content.
 struct TXSDLoader::TFrame {
-    THTMLTag* Tag;
-    THTMLTag* Parent;
+    int32_t Tag;
+    int32_t Parent;
     std::vector<TXMLDeclaration> Elements;
     size_t Next = 0;
 };
@@ -91,21 +79,27 @@ TXSDLoader::TXSDLoader(TMLSymbolManager& manager)
     : FSymbolManager(manager), FKeepsSimpleTyped(KeepsSimpleTyped()) {}
 TXSDLoader::~TXSDLoader() = default;
 
-void TXSDLoader::Report(std::string_view fileName, std::string_view text, std::string_view prefix,
-                        int32_t line) {
-    FSymbolManager.Error(fileName, text, prefix, line, 0);
-}
-
 void TXSDLoader::Load(const std::string& fileName, THTMLTag& root,
                       const std::vector<std::u16string>* parents) {
-    FFileName = fileName;
-    TMLSymbolManager& manager = FSymbolManager;
-    FSource = std::make_shared<TSource>([&manager](const TXMLSchemaMessage& message) {
-        manager.Error(message.FileName, message.Text, PrefixOf(message.Severity), message.Line, 0);
-    });
-    const TXMLSchema& schema = FSource->Library.Load(fileName, GetPlatform().SchemaFolder());
+    GetPlan(fileName)->MakeTags(FSymbolManager, root, parents);
+}
+
+std::shared_ptr<TXSDPlan> TXSDLoader::GetPlan(const std::string& fileName) {
+    std::scoped_lock lock(SchemaReaderLock());
+    std::shared_ptr<TXSDPlan> plan = Plans().Find(fileName, FKeepsSimpleTyped);
+    if (plan) return plan;
+    plan = MakePlan(fileName);
+    Plans().Add(plan, FKeepsSimpleTyped);
+    return plan;
+}
+
+std::shared_ptr<TXSDPlan> TXSDLoader::MakePlan(const std::string& fileName) {
+    FPlan = std::make_shared<TXSDPlan>();
+    FPlan->FileName = fileName;
+    TXSDPlan::TMessages messages(*FPlan, FSymbolManager);
     std::unordered_set<std::string> visited;
-    LoadSchema(schema, fileName, {&root, parents}, visited);
+    LoadSchema(FPlan->Library.Load(fileName, GetPlatform().SchemaFolder()), fileName, visited);
+    return FPlan;
 }
 
 std::string TXSDLoader::ResolveLocation(const std::string& base, const std::string& location) {
@@ -118,91 +112,88 @@ std::string TXSDLoader::ResolveLocation(const std::string& base, const std::stri
 }
 
 // As deep as files include each other, and a library reads a limited number of them.
-void TXSDLoader::LoadSchema(const TXMLSchema& schema, const std::string& fileName, const TPlaces& places,
+void TXSDLoader::LoadSchema(const TXMLSchema& schema, const std::string& fileName,
                             std::unordered_set<std::string>& visited) {
     if (!visited.insert(fileName).second) return;
     for (const TXMLSchemaInclude& include : schema.GetIncludes())
         if (include.Schema && !include.Location.empty())
-            LoadSchema(*include.Schema, ResolveLocation(fileName, include.Location), places, visited);
+            LoadSchema(*include.Schema, ResolveLocation(fileName, include.Location), visited);
     for (const TXMLType& type : schema.GetComplexTypes()) RegisterType(type);
     for (const TXMLType& type : schema.GetSimpleTypes()) RegisterType(type);
-    for (const TXMLDeclaration& element : schema.GetElements()) AddElementDef(element, places);
+    for (const TXMLDeclaration& element : schema.GetElements()) AddElementDef(element);
 }
 
 void TXSDLoader::RegisterType(const TXMLType& type) {
     std::string_view nameSpace = type.GetSchema()->GetTargetNamespace().value_or("");
-    FSource->Types.try_emplace(GetTypeKey(nameSpace, type.GetName()), type);
+    FPlan->Types.try_emplace(TXSDPlan::GetTypeKey(nameSpace, type.GetName()), type);
 }
 
 // Types hold elements whose types hold elements; the frames stand in for that recursion.
-void TXSDLoader::AddElementDef(const TXMLDeclaration& element, const TPlaces& places) {
+void TXSDLoader::AddElementDef(const TXMLDeclaration& element) {
     std::vector<TFrame> frames;
-    THTMLTag* global = EnterElement(element, frames);
+    int32_t global = EnterElement(element, frames);
     while (!frames.empty()) {
         TFrame& frame = frames.back();
+        int32_t tag = frame.Tag, joins = frame.Parent;
         if (frame.Next < frame.Elements.size()) {
-            THTMLTag* parent = frame.Tag;
             size_t depth = frames.size();
-            THTMLTag* child = EnterElement(TXMLDeclaration(frame.Elements[frame.Next++]), frames);
+            int32_t child = EnterElement(TXMLDeclaration(frame.Elements[frame.Next++]), frames);
             // A child joins its parent once its own content is there.
-            if (frames.size() > depth) frames.back().Parent = parent;
-            else if (child) parent->AddTag(child);
+            if (frames.size() > depth) {
+                frames.back().Parent = tag;
+                continue;
+            }
+            joins = tag;
+            tag = child;
         } else {
-            if (frame.Parent) frame.Parent->AddTag(frame.Tag);
             frames.pop_back();
         }
+        if (tag != NoTag && joins != NoTag) FPlan->Tags[static_cast<size_t>(joins)].Children.push_back(tag);
     }
-    if (!global) return;
-    places.Root->AddTag(global);
-    if (!places.Parents) return;
-    for (const std::u16string& name : *places.Parents)
-        if (auto parent = FSymbolManager.GetTagFromHashList(name)) parent->AddTag(global);
+    if (global != NoTag) FPlan->Globals.push_back(global);
 }
 
-THTMLTag* TXSDLoader::EnterElement(const TXMLDeclaration& element, std::vector<TFrame>& frames) {
-    auto [met, isNew] = FMet[element.HasRef()].try_emplace(element.GetTarget(), nullptr);
+int32_t TXSDLoader::EnterElement(const TXMLDeclaration& element, std::vector<TFrame>& frames) {
+    auto [met, isNew] = FMet[element.HasRef()].try_emplace(element.GetTarget(), NoTag);
     if (!isNew) return met->second;
-    if (element.GetName().empty()) return nullptr;
+    if (element.GetName().empty()) return NoTag;
     TXMLType type = GetElementType(element);
-    // The place in the table is filled before the content is read, so a type that
-    // contains itself ends.
-    return met->second = type ? FindOrMakeTag(element, type, frames) : nullptr;
+    return met->second = type ? FindOrPlanTag(element, type, frames) : NoTag;
 }
 
 TXMLType TXSDLoader::GetElementType(const TXMLDeclaration& element) const {
-    TXMLType type = FSource->GetTypeDef(element);
+    TXMLType type = FPlan->GetTypeDef(element);
     if (type || !FKeepsSimpleTyped) return type;
     type = element.GetDataType();
     return type.IsBuiltIn() ? type : TXMLType();
 }
 
-THTMLTag* TXSDLoader::FindOrMakeTag(const TXMLDeclaration& element, const TXMLType& type,
-                                    std::vector<TFrame>& frames) {
-    std::string key =
-        "E:" + std::string(element.GetName()) + (type.IsComplex() ? "-C:" : "-S:") + type.GetName();
-    if (auto found = FElements.find(key); found != FElements.end()) return found->second.Get();
-    THTMLTag* tag = MakeTag(key, element.GetName());
-    if (!tag || !type.IsComplex()) return tag;
-    tag->SetAttributeFiller([source = FSource, type, &manager = FSymbolManager](THTMLTag& owner) {
-        source->FillAttributes(owner, type, manager);
-    });
-    frames.push_back({tag, nullptr, type.GetElements()});
+int32_t TXSDLoader::FindOrPlanTag(const TXMLDeclaration& element, const TXMLType& type,
+                                  std::vector<TFrame>& frames) {
+    std::string key("E:");
+    key.append(element.GetName()).append(type.IsComplex() ? "-C:" : "-S:").append(type.GetName());
+    if (auto found = FElements.find(key); found != FElements.end()) return found->second;
+    int32_t tag = PlanTag(key, element.GetName());
+    if (tag == NoTag || !type.IsComplex()) return tag;
+    FPlan->Tags.back().Type = type;
+    // The key stands before the content is read, so a type that contains itself ends.
+    frames.push_back({tag, NoTag, type.GetElements()});
     return tag;
 }
 
-THTMLTag* TXSDLoader::MakeTag(const std::string& key, std::string_view name) {
+int32_t TXSDLoader::PlanTag(const std::string& key, std::string_view name) {
     if (FElements.size() >= MaxTags) {
         if (!FIsFull)
-            Report(FFileName, "The schema declares too many elements; the rest is not used", "Error", 0);
+            FSymbolManager.Error(FPlan->FileName,
+                                 "The schema declares too many elements; the rest is not used", "Error", 0,
+                                 0);
         FIsFull = true;
-        return nullptr;
+        return NoTag;
     }
-    TRef<THTMLTag> tag = MakeRef<TXMLElement>(ToUtf16(name), &FSymbolManager, -1);
+    auto tag = static_cast<int32_t>(FPlan->Tags.size());
     FElements[key] = tag;
-    FSymbolManager.RegisterTag(tag);
-    // Of two tags of one name the table holds the first; the other is a child all the same.
-    if (!(FSymbolManager.GetTagFromHashList(tag->GetName()) == tag.Get())) FSymbolManager.KeepTag(tag);
-    return tag.Get();
+    FPlan->Tags.push_back({ToUtf16(name), {}, {}});
+    return tag;
 }
 
 void TMLSymbolManager::LoadXSDEx(THTMLTag& root, const std::vector<std::u16string>* parents,

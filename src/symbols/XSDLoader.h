@@ -2,13 +2,13 @@
 //
 //     <order><^    with order.xsd mapped to the document:   item   note
 //
-// One loader serves one load. What the tags of that load still need afterwards, the
-// documents of the schema, stays alive with them, because attributes are worked out
-// when somebody first asks a tag for them.
+// A schema is worked out once into a plan, which says what tags there are and which
+// holds which; a reload of the table only makes the tags of the plan again. One loader
+// serves the making of one plan. Attributes are worked out when somebody first asks a
+// tag for them, so the documents of a schema stay alive with its plan.
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -21,6 +21,7 @@
 namespace caretwell {
 
 class TMLSymbolManager;
+struct TXSDPlan;
 
 class TXSDLoader final {
 public:
@@ -34,37 +35,36 @@ public:
     /// (null for none). Raises EXMLSchemaError if the schema cannot be loaded at all.
     void Load(const std::string& fileName, THTMLTag& root, const std::vector<std::u16string>* parents);
 
+    /// The name of an included file, from that of the including one; empty if there is none.
     static std::string ResolveLocation(const std::string& base, const std::string& location);
 
 private:
-    struct TSource;  // what the tags share
-    struct TFrame;   // a tag whose content is being read
-    struct TPlaces {
-        THTMLTag* Root;
-        const std::vector<std::u16string>* Parents;
-    };
+    struct TFrame;
+    static constexpr int32_t NoTag = -1;
 
-    void LoadSchema(const TXMLSchema& schema, const std::string& fileName, const TPlaces& places,
+    std::shared_ptr<TXSDPlan> GetPlan(const std::string& fileName);
+    std::shared_ptr<TXSDPlan> MakePlan(const std::string& fileName);
+    void LoadSchema(const TXMLSchema& schema, const std::string& fileName,
                     std::unordered_set<std::string>& visited);
     void RegisterType(const TXMLType& type);
-    void AddElementDef(const TXMLDeclaration& element, const TPlaces& places);
-    // The tag of an element; a frame is added if its content is still to be read. Null if
-    // the element is dropped.
-    THTMLTag* EnterElement(const TXMLDeclaration& element, std::vector<TFrame>& frames);
-    THTMLTag* FindOrMakeTag(const TXMLDeclaration& element, const TXMLType& type,
-                            std::vector<TFrame>& frames);
-    THTMLTag* MakeTag(const std::string& key, std::string_view name);
+    void AddElementDef(const TXMLDeclaration& element);
+    // The tag of an element, NoTag if the element is dropped. A frame is added if its
+    // content is still to be read.
+    int32_t EnterElement(const TXMLDeclaration& element, std::vector<TFrame>& frames);
+    int32_t FindOrPlanTag(const TXMLDeclaration& element, const TXMLType& type, std::vector<TFrame>& frames);
+    int32_t PlanTag(const std::string& key, std::string_view name);
     TXMLType GetElementType(const TXMLDeclaration& element) const;
-    void Report(std::string_view fileName, std::string_view text, std::string_view prefix, int32_t line);
 
     TMLSymbolManager& FSymbolManager;
-    std::shared_ptr<TSource> FSource;
-    std::unordered_map<std::string, TRef<THTMLTag>> FElements;
+    std::shared_ptr<TXSDPlan> FPlan;
+    std::unordered_map<std::string, int32_t> FElements;
     // The tag of a declaration met before, by whether it was referred to.
-    std::unordered_map<const void*, THTMLTag*> FMet[2];
-    std::string FFileName;
+    std::unordered_map<const void*, int32_t> FMet[2];
     bool FKeepsSimpleTyped = false;
     bool FIsFull = false;
 };
+
+/// Frees the plans that are kept for later reloads. Tags that were made stay usable.
+void FreeXSDPlans();
 
 }  // namespace caretwell

@@ -8,6 +8,7 @@
 #include "schema/XSDReader.h"
 #include "symbols/MLSymbolManager.h"
 #include "symbols/SchemaReaderCache.h"
+#include "symbols/XSDLoader.h"
 #include "tagmodel/AttributeEditors.h"
 #include "tagmodel/HTMLAttribute.h"
 
@@ -172,6 +173,7 @@ private:
 }  // namespace
 
 void FreeXSDReaders() {
+    FreeXSDPlans();
     std::scoped_lock lock(SchemaReaderLock());
     Readers().Clear();
 }

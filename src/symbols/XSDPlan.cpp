@@ -1,0 +1,89 @@
+#include "symbols/XSDPlan.h"
+
+#include "symbols/MLSymbolManager.h"
+#include "tagmodel/HTMLAttribute.h"
+
+namespace caretwell {
+namespace {
+
+std::string_view PrefixOf(TXMLSchemaSeverity severity) {
+    switch (severity) {
+        case xsError: return "Error";
+        case xsWarning: return "Warning";
+        case xsHint: return "Hint";
+    }
+    return "";
+}
+
+}  // namespace
+
+TXSDPlan::TMessages::TMessages(TXSDPlan& plan, TMLSymbolManager& manager) : FPlan(plan) {
+    plan.Library.SetOnMessage([&manager](const TXMLSchemaMessage& message) {
+        manager.Error(message.FileName, message.Text, PrefixOf(message.Severity), message.Line, 0);
+    });
+}
+
+std::string TXSDPlan::GetTypeKey(std::string_view nameSpace, std::string_view name) {
+    std::string key(name);
+    if (!nameSpace.empty()) key.append(":").append(nameSpace);
+    return key;
+}
+
+TXMLType TXSDPlan::GetTypeDef(const TXMLDeclaration& declaration) const {
+    if (declaration.HasRef() || !declaration.HasType()) return declaration.GetDataType();
+    std::string_view text = declaration.GetTypeText();
+    size_t colon = text.find(':');
+    bool hasPrefix = colon != text.npos;
+    auto nameSpace = hasPrefix ? declaration.FindNamespace(text.substr(0, colon))
+                               : declaration.GetSchema().GetTargetNamespace();
+    auto found = Types.find(GetTypeKey(nameSpace.value_or(""), hasPrefix ? text.substr(colon + 1) : text));
+    return found == Types.end() ? TXMLType() : found->second;
+}
+
+void TXSDPlan::MakeTags(TMLSymbolManager& manager, THTMLTag& root,
+                        const std::vector<std::u16string>* parents) {
+    std::vector<TRef<INibMLTag>> tags;
+    tags.reserve(Tags.size());
+    for (const TXSDPlannedTag& planned : Tags) tags.push_back(MakeTag(manager, planned));
+    for (size_t i = 0; i < Tags.size(); ++i)
+        for (int32_t child : Tags[i].Children) tags[i]->AddTag(tags[static_cast<size_t>(child)]);
+    for (int32_t global : Globals) {
+        const auto& tag = tags[static_cast<size_t>(global)];
+        root.AddTag(tag);
+        if (!parents) continue;
+        for (const std::u16string& name : *parents)
+            if (auto parent = manager.GetTagFromHashList(name)) parent->AddTag(tag);
+    }
+}
+
+TRef<INibMLTag> TXSDPlan::MakeTag(TMLSymbolManager& manager, const TXSDPlannedTag& planned) {
+    auto tag = MakeRef<TXMLElement>(planned.Name, &manager, -1);
+    if (planned.Type.IsComplex() && !planned.Type.IsBuiltIn()) {
+        tag->SetAttributeFiller([plan = shared_from_this(), &manager, type = planned.Type](THTMLTag& owner) {
+            plan->FillAttributes(manager, owner, type);
+        });
+    }
+    manager.RegisterTag(tag);
+    // Of two tags of one name the table holds the first; the other is a child all the same.
+    if (!(manager.GetTagFromHashList(tag->GetName()) == tag.Get())) manager.KeepTag(tag);
+    return tag;
+}
+
+void TXSDPlan::FillAttributes(TMLSymbolManager& manager, THTMLTag& tag, const TXMLType& type) {
+    TMessages messages(*this, manager);
+    for (const auto& definition : type.GetAttributes()) AddAttributeDef(manager, tag, definition);
+    for (const auto& group : type.GetAttributeGroups())
+        for (const auto& definition : group.GetAttributes()) AddAttributeDef(manager, tag, definition);
+}
+
+void TXSDPlan::AddAttributeDef(TMLSymbolManager& manager, THTMLTag& tag, const TXMLDeclaration& definition) {
+    std::string_view name = definition.GetName();
+    if (name.empty()) return;
+    auto attribute = MakeRef<TXMLAttribute>(ToUtf16(name), -1);
+    tag.AddAttribute(attribute);
+    manager.RegisterAttributeEditor(attribute, manager.GetAttributeEditor("default"));
+    for (std::string_view value : GetTypeDef(definition).GetEnumerations())
+        if (!value.empty()) attribute->AddValue(ToUtf16(value));
+}
+
+}  // namespace caretwell

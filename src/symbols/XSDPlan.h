@@ -1,0 +1,55 @@
+// What tags a schema makes: the result of reading it, free of any table.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "schema/XMLSchema.h"
+#include "tagmodel/HTMLTag.h"
+
+namespace caretwell {
+
+class TMLSymbolManager;
+
+/// One tag: the element's name, its type and the tags that its content allows.
+struct TXSDPlannedTag {
+    std::u16string Name;
+    TXMLType Type;
+    std::vector<int32_t> Children;
+};
+
+struct TXSDPlan : std::enable_shared_from_this<TXSDPlan> {
+    std::string FileName;
+    TXMLSchemaLibrary Library{nullptr};
+    std::unordered_map<std::string, TXMLType> Types;  ///< named types, by name and namespace
+    std::vector<TXSDPlannedTag> Tags;                 ///< in the order of their registration
+    std::vector<int32_t> Globals;
+
+    static std::string GetTypeKey(std::string_view nameSpace, std::string_view name);
+    /// The type of a declaration; none if it names one that neither the schema nor its
+    /// includes declare. A built-in type by name is such a one.
+    TXMLType GetTypeDef(const TXMLDeclaration& declaration) const;
+
+    /// Makes the tags and enters them into the manager's table.
+    void MakeTags(TMLSymbolManager& manager, THTMLTag& root, const std::vector<std::u16string>* parents);
+    /// While it lives, messages of the library go to a manager.
+    class TMessages {
+    public:
+        TMessages(TXSDPlan& plan, TMLSymbolManager& manager);
+        ~TMessages() { FPlan.Library.SetOnMessage(nullptr); }
+        TMessages(const TMessages&) = delete;
+        TMessages& operator=(const TMessages&) = delete;
+
+    private:
+        TXSDPlan& FPlan;
+    };
+
+private:
+    TRef<INibMLTag> MakeTag(TMLSymbolManager& manager, const TXSDPlannedTag& planned);
+    void FillAttributes(TMLSymbolManager& manager, THTMLTag& tag, const TXMLType& type);
+    void AddAttributeDef(TMLSymbolManager& manager, THTMLTag& tag, const TXMLDeclaration& definition);
+};
+
+}  // namespace caretwell
