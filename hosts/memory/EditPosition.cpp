@@ -17,9 +17,6 @@ constexpr TCharSet WithVisible(const TCharSet& chars) {
     return result;
 }
 
-// 16-bit units of the character that takes so many bytes of UTF-8.
-constexpr int32_t UnitsOf(int32_t bytes) { return bytes == 4 ? 2 : 1; }
-
 }  // namespace
 
 int32_t TEditPosition::Row() { return Text().LineAt(Caret()); }
@@ -30,21 +27,13 @@ void TEditPosition::MoveTo(int32_t row, int32_t column) {
     FView->SetCaretOffset(Text().OffsetOf(row, column));
 }
 
-int32_t TEditPosition::StepBack(int32_t from, int32_t units, int32_t stop) {
-    while (units > 0 && from > stop) {
-        int32_t next = std::max(Text().PreviousCharacter(from), stop);
-        units -= UnitsOf(from - next);
-        from = next;
-    }
+int32_t TEditPosition::StepBack(int32_t from, int32_t count, int32_t stop) {
+    for (; count > 0 && from > stop; --count) from = std::max(Text().PreviousCharacter(from), stop);
     return from;
 }
 
-int32_t TEditPosition::StepAhead(int32_t from, int32_t units, int32_t stop) {
-    while (units > 0 && from < stop) {
-        int32_t next = std::min(Text().NextCharacter(from), stop);
-        units -= UnitsOf(next - from);
-        from = next;
-    }
+int32_t TEditPosition::StepAhead(int32_t from, int32_t count, int32_t stop) {
+    for (; count > 0 && from < stop; --count) from = std::min(Text().NextCharacter(from), stop);
     return from;
 }
 

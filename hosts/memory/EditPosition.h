@@ -6,9 +6,6 @@
 
 namespace caretwell {
 
-/// Lengths given to MoveBy and DeleteBack are lengths of 16-bit text, since that is
-/// what TakeText and Text return: a character of two units counts as both of them,
-/// and one that is begun is taken whole.
 class TEditPosition final : public TImplements<INibEditPosition> {
 public:
     explicit TEditPosition(TRef<TEditView> view) : FView(std::move(view)) {}
@@ -28,8 +25,8 @@ public:
 private:
     TTextBuffer& Text() { return FView->Text(); }
     int32_t Caret() { return FView->CaretOffset(); }
-    int32_t StepBack(int32_t from, int32_t units, int32_t stop);
-    int32_t StepAhead(int32_t from, int32_t units, int32_t stop);
+    int32_t StepBack(int32_t from, int32_t count, int32_t stop);
+    int32_t StepAhead(int32_t from, int32_t count, int32_t stop);
 
     TRef<TEditView> FView;
 };

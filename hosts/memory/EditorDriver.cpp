@@ -48,10 +48,6 @@ TEditorDriver::~TEditorDriver() {
     FView->SetCompletion({});
 }
 
-TRef<INibCodeInsightManager> TEditorDriver::Manager() const {
-    return FManager ? FManager : FRegistry.Find(FView->Buffer()->FileName());
-}
-
 // ---------------------------------------------------------------------- keys
 
 template <class TAction>
@@ -120,9 +116,7 @@ bool TEditorDriver::OpenListFor(char16_t c) {
 // that would have chosen from it then does nothing, and any other counts as typed
 // without a list.
 bool TEditorDriver::CheckPlace(TKeyKind kind) {
-    bool isInFocus =
-        FView->IsOpen() && FServices->CurrentEditView() == static_cast<INibEditView*>(FView.Get());
-    if (!isInFocus) return Refuse("its view is not the open one");
+    if (!FView->IsOpen() || FServices->CurrentView() != FView) return Refuse("its view is not the open one");
     if (kind != kkLook && Text().IsReadOnly()) return Refuse("it is read-only");
     if (!IsOpen() || (Text().Revision() == FRevision && FView->CaretOffset() == FCaret)) return true;
     if (kind == kkChoose) return Refuse("the text has changed under the list");
@@ -162,8 +156,12 @@ bool TEditorDriver::IsBeforeCaret(char32_t c) {
     return Text().Substring(caret - static_cast<int32_t>(text.size()), caret) == text;
 }
 
+TRef<INibCodeInsightManager> TEditorDriver::FindManager() {
+    return FRegistry.Find(FLens.NameAt ? FLens.NameAt(*FView) : FView->Buffer()->FileName());
+}
+
 bool TEditorDriver::AskForList(char16_t c) {
-    FManager = FRegistry.Find(FView->Buffer()->FileName());
+    FManager = FindManager();
     if (!FManager) return false;
     bool isAllowed = true;
     FManager->AllowCodeInsight(isAllowed, c);
@@ -173,12 +171,13 @@ bool TEditorDriver::AskForList(char16_t c) {
     FManager->GetCodeInsightType(c, FElement, type, invokeType);
     if (type != citList) return false;
 
+    FServices->ShowInstead(FLens.Show ? FLens.Show(FView, *FManager) : nullptr);
     std::u16string token;
     bool isShown = FManager->InvokeCodeCompletion(invokeType, token);
-    // Typing aids may already ask for another list in place of this one.
-    if (!isShown || FIsRequested) return false;
     FTrigger = c;
-    ShowList();
+    // Typing aids may already ask for another list in place of this one.
+    if (isShown && !FIsRequested) ShowList();
+    if (!IsOpen()) FServices->ShowInstead(nullptr);
     return IsOpen();
 }
 
@@ -225,7 +224,7 @@ void TEditorDriver::Refilter() {
     auto position = FView->Position();
     FWord = position->TakeText(FManager->EditorTokenValidChars(false), INibEditPosition::TakeBackwards);
     position->Save();
-    position->MoveBy(0, -static_cast<int32_t>(FWord.size()));
+    position->MoveBy(0, -CountCharacters(std::u16string_view(FWord)));
     FWordStart = FView->CaretOffset();
     position->Restore();
     FServices->SetTokenStart(FWordStart);
@@ -308,6 +307,7 @@ void TEditorDriver::EndList(bool accepted) {
     FManager->Done(accepted, displayParams);
     FServices->SetCurrentList(nullptr);
     FServices->SetTokenStart(std::nullopt);
+    FServices->ShowInstead(nullptr);
     FSymbols = nullptr;
     FList = nullptr;
     FWord.clear();

@@ -52,6 +52,16 @@ private:
     std::u16string FText;
 };
 
+/// What a host puts between a document and the engine: which language is spoken at the
+/// caret, and what that language's manager is shown of the document.
+struct TEditorLens {
+    /// The name by which the registry is asked for a manager: "x.css" in the style
+    /// element of a page, say. Unset: the name of the document.
+    std::function<std::string(TEditView&)> NameAt{};
+    /// The view that the manager sees until its list has ended; null, or unset: the view itself.
+    std::function<TRef<INibEditView>(TRef<TEditView>, INibCodeInsightManager&)> Show{};
+};
+
 class TEditorDriver {
 public:
     using TWarning = std::function<void(std::string_view line)>;
@@ -99,10 +109,11 @@ public:
     /// Where that token begins, in bytes.
     int32_t FilterStart() const { return FWordStart; }
 
-    /// The manager of the view's file; null if none takes it.
-    TRef<INibCodeInsightManager> Manager() const;
+    /// The manager of the open list, or else the one for the caret; null if there is none.
+    TRef<INibCodeInsightManager> Manager() { return IsOpen() ? FManager : FindManager(); }
     /// The host's syntax class at the caret, which the manager is told; 0 unless set.
     void SetElement(int32_t element) { FElement = element; }
+    void SetLens(TEditorLens lens) { FLens = std::move(lens); }
 
 private:
     TTextBuffer& Text() { return FView->Text(); }
@@ -124,6 +135,7 @@ private:
     void TypeIntoText(char32_t c);
     void InsertTyped(char32_t c);
     bool IsBeforeCaret(char32_t c);
+    TRef<INibCodeInsightManager> FindManager();
     bool AskForList(char16_t c);
     void ShowList();
 
@@ -145,6 +157,7 @@ private:
     TKibitzRegistry& FRegistry;
     TRef<TMemoryServices> FServices;
     TWarning FWarning;
+    TEditorLens FLens;
     int32_t FElement = 0;
 
     // The open list.

@@ -53,6 +53,7 @@ THostSession::~THostSession() {
 TDocument& THostSession::Open(std::string text, std::string fileName) {
     FDocuments.push_back(std::make_unique<TDocument>(std::move(text), std::move(fileName), FRegistry,
                                                      FServices, FOptions.Warn));
+    FDocuments.back()->Driver().SetLens(FOptions.Lens);
     Activate(*FDocuments.back());
     return *FDocuments.back();
 }

@@ -11,6 +11,11 @@ void TMemoryServices::SetTokenStart(std::optional<int32_t> offset) {
         FTokenStart = std::make_unique<TTextMark>(FView->Text(), *offset, TTextMark::msBefore);
 }
 
+TRef<INibEditView> TMemoryServices::CurrentEditView() {
+    auto view = OpenView();
+    return view && FShown ? FShown : TRef<INibEditView>(view);
+}
+
 void TMemoryServices::InsertText(std::u16string_view text, bool replaceToken) {
     auto view = OpenView();
     if (!view) return;

@@ -19,8 +19,12 @@ public:
     /// The view that has the focus; null for none.
     void SetCurrentView(TRef<TEditView> view) {
         FTokenStart.reset();
+        FShown = nullptr;
         FView = std::move(view);
     }
+    const TRef<TEditView>& CurrentView() const { return FView; }
+    /// What CurrentEditView answers in the place of the current view; null for the view itself.
+    void ShowInstead(TRef<INibEditView> view) { FShown = std::move(view); }
     /// The list that is open; null for none.
     void SetCurrentList(TRef<INibInsightList> list) { FList = std::move(list); }
     /// Where the token begins that the open list is filtered on, in bytes of the
@@ -30,7 +34,7 @@ public:
     std::string BaseRegistryKey() override { return "Software\\Tarnwell"; }
     std::string RootDirectory() override { return FRootDirectory; }
 
-    TRef<INibEditView> CurrentEditView() override { return OpenView(); }
+    TRef<INibEditView> CurrentEditView() override;
     TRef<INibInsightList> CurrentList() override { return FList; }
     void InsertText(std::u16string_view text, bool replaceToken) override;
 
@@ -52,6 +56,7 @@ private:
     TMessageView FMessages;
     TDialogAnswers FAnswers;
     TRef<TEditView> FView;
+    TRef<INibEditView> FShown;
     TRef<INibInsightList> FList;
     std::unique_ptr<TTextMark> FTokenStart;
 };

@@ -83,7 +83,7 @@ TEST(EditView, Position) {
         {"a^\r\nb", "e", "a^\r\nb"},
         {"a\xF0\x9F\x98\x80^", "<", "a^\xF0\x9F\x98\x80"},
         {"a\xF0\x9F\x98\x80^", "<>", "a\xF0\x9F\x98\x80^"},
-        {"ab\xF0\x9F\x98\x80^", "2", "ab^"},  // two units, one character
+        {"ab\xF0\x9F\x98\x80^", "2", "a^"},
         {"abc^d", "2", "a^d"},
         {"a^b", "22", "^b"},
         {"ab^c", "s<xr", "axb^c"},     // saved places stay with their text

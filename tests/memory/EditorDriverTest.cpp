@@ -221,6 +221,25 @@ TEST(EditorDriver, LetsGoOfAManagerThatLeaves) {
     EXPECT_FALSE(page.Driver().Manager());
 }
 
+// Between document and manager a lens: another language, and another view of the text.
+TEST(EditorDriver, Lens) {
+    TPage page("^");
+    page.FManager->FExtension = ".style";
+    auto shown = MakeRef<TEditView>(MakeRef<TEditBuffer>("shown", "x.style"));
+    page.Press(":");
+    EXPECT_FALSE(page.Driver().IsOpen());
+    page.Driver().SetLens({.NameAt = [](TEditView&) { return "x.style"; },
+                           .Show = [&](TRef<TEditView>, INibCodeInsightManager&) -> TRef<INibEditView> {
+                               return TRef<INibEditView>(shown);
+                           }});
+    page.Press(":");
+    auto services = GetService<INibCodeInsightServices>();
+    EXPECT_TRUE(services->CurrentEditView() == static_cast<INibEditView*>(shown.Get()));
+    page.Press("d{E}");
+    EXPECT_EQ(page.Text(), "::div^");
+    EXPECT_TRUE(services->CurrentEditView() == static_cast<INibEditView*>(&page.FDocument->View()));
+}
+
 // Any keys on any bytes: undone to the first byte.
 TEST(EditorDriver, RandomSessions) {
     std::mt19937 random(7);
