@@ -135,15 +135,15 @@ public:
     }
 
 private:
-    /// What the load knows of an element; the marks hold the ordinal of the element
-    /// that is being filled.
+    /// What the load knows of an element. The marks belong to the element that is being
+    /// filled and to its exclusions, which the elements of a name group share.
     struct TEntry {
         INibMLTag* Tag = nullptr;  // the registered tag of the name
         bool IsOwn = false;        // made by this load
         bool IsLookedUp = false;
         bool IsOffRoot = false;
-        int32_t ExcludedFrom = -1;
         int32_t ChildOf = -1;
+        const TDTDExprNode* ExcludedBy = nullptr;
     };
 
     template <class F>
@@ -197,13 +197,19 @@ private:
         });
     }
 
-    void MarkExclusions(TDTDElement& element) {
+    void MarkExclusions(const TDTDElement& element) {
+        if (FMarkedExclusions == element.FExclusions) return;
+        FMarkedExclusions = element.FExclusions;
         TDTDExprWalk walk(element.FExclusions);
         while (TDTDExprNode* node = walk.Next()) {
             if (++FSteps > MaxSteps) return;
             if (auto* excluded = SymbolAs<TDTDElement>(node->Symbol))
-                EntryOf(*excluded).ExcludedFrom = element.FOrdinal;
+                EntryOf(*excluded).ExcludedBy = FMarkedExclusions;
         }
+    }
+
+    bool IsExcluded(const TDTDElement& word) {
+        return FMarkedExclusions && EntryOf(word).ExcludedBy == FMarkedExclusions;
     }
 
     /// Goes on into the content of a child whose opening tag may be left out: what
@@ -213,7 +219,7 @@ private:
         while (TDTDExprNode* node = walk.Next()) {
             if (++FSteps > MaxSteps) return;
             auto* word = SymbolAs<TDTDElement>(node->Symbol);
-            if (!word || EntryOf(*word).ExcludedFrom == element.FOrdinal) continue;
+            if (!word || IsExcluded(*word)) continue;
             if (AddChild(element, *word) && word->FExprList) walk.Push(word->FExprList->GetExpr(0));
         }
     }
@@ -247,6 +253,7 @@ private:
     TDTDParser& FParser;
     THTMLTag& FRoot;
     std::vector<TEntry> FEntries;  // by the ordinal of the element
+    const TDTDExprNode* FMarkedExclusions = nullptr;
     size_t FChildren = 0;
     size_t FSteps = 0;
 };
