@@ -54,10 +54,11 @@ void CheckElement(TDTDElement& element) {
     Walk(list.GetExpr(0));
     Walk(element.FInclusions);
     Walk(element.FExclusions);
-    for (int32_t i = 1; i < list.GetCount() && i < 8; ++i) Walk(list.GetExpr(i)->Right);
-    for (TDTDAttribute* attribute : element.FAttributes) {
-        Require(element.LookupSymbol(attribute->FName)->FName == attribute->FName);
-        Require(attribute->FAttrs != nullptr);
+    for (int32_t i = 1; i < list.GetCount(); ++i) {
+        if (i < 8) Walk(list.GetExpr(i)->Right);
+        auto* attribute = SymbolAs<TDTDAttribute>(list.GetExpr(i)->Symbol);
+        if (!attribute) continue;
+        Require(attribute->FAttrs && element.LookupSymbol(attribute->FName)->FName == attribute->FName);
     }
     for (std::string_view name : element.GetEntity()) Require(!name.empty());
 }

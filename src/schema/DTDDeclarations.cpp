@@ -148,14 +148,11 @@ void TDTDParser::AddAttributes(TDTDExprNode* names, const std::vector<TDTDExprNo
         if (!element) continue;
         FElementAttributeCount += attributes.size();
         RequireAtMost(MaxElementAttributes, FElementAttributeCount);
-        RequireAtMost(MaxAttributesOfElement, element->FAttributes.size() + attributes.size());
-        if (FIsTooLarge) return;
         TDTDExprList& list = element->GetExprList();
+        RequireAtMost(MaxAttributesOfElement, static_cast<size_t>(list.GetCount()) + attributes.size());
+        if (FIsTooLarge) return;
         if (list.GetCount() == 0) list.AddExpr(CreateExpr());  // the place of the content model
-        for (TDTDExprNode* attribute : attributes) {
-            list.AddExpr(attribute);
-            if (auto* symbol = SymbolAs<TDTDAttribute>(attribute->Symbol)) element->EnterSymbol(symbol);
-        }
+        for (TDTDExprNode* attribute : attributes) list.AddExpr(attribute);
     }
 }
 

@@ -43,14 +43,18 @@ int32_t TDTDEntity::GetValues(int32_t index) const {
     return index >= 0 && index < GetValueCount() ? FValues[static_cast<size_t>(index)] : -1;
 }
 
+void TDTDElement::EnterSymbol(TDTDAttribute* attribute) {
+    if (!FAttributes) FAttributes = std::make_unique<std::unordered_map<std::string_view, TDTDAttribute*>>();
+    (*FAttributes)[attribute->FName] = attribute;
+}
+
 TDTDAttribute* TDTDElement::LookupSymbol(std::string_view name) {
-    if (!FIndex) FIndex = std::make_unique<TIndex>();
-    for (; FIndex->FEntered < FAttributes.size(); ++FIndex->FEntered) {
-        TDTDAttribute* attribute = FAttributes[FIndex->FEntered];
-        FIndex->FByName[attribute->FName] = attribute;
-    }
-    auto found = FIndex->FByName.find(name);
-    return found != FIndex->FByName.end() ? found->second : nullptr;
+    for (; FExprList && FEnteredCount < FExprList->GetCount(); ++FEnteredCount)
+        if (auto* attribute = SymbolAs<TDTDAttribute>(FExprList->GetExpr(FEnteredCount)->Symbol))
+            EnterSymbol(attribute);
+    if (!FAttributes) return nullptr;
+    auto found = FAttributes->find(name);
+    return found != FAttributes->end() ? found->second : nullptr;
 }
 
 void TDTDElement::AddContent(TDTDExprNode* content) {

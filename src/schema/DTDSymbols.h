@@ -168,9 +168,13 @@ struct TDTDElement : TDTDSymbol {
     TDTDExprNode* FExclusions = nullptr;
     TDTDExprNode* FInclusions = nullptr;
     TDTDEntityNames FEntityNames;
-    std::vector<TDTDAttribute*> FAttributes;  ///< in order of declaration
+    /// The attributes by name, null until one is looked up: that happens for the few
+    /// elements whose attributes have editors. Links of its own, because one attribute
+    /// may belong to many elements.
+    std::unique_ptr<std::unordered_map<std::string_view, TDTDAttribute*>> FAttributes;
 
-    void EnterSymbol(TDTDAttribute* attribute) { FAttributes.push_back(attribute); }
+    /// Takes the place of an attribute that was entered under the name before.
+    void EnterSymbol(TDTDAttribute* attribute);
     /// The attribute declared last under exactly this name; null if none.
     TDTDAttribute* LookupSymbol(std::string_view name);
     std::span<const std::string_view> GetEntity() const { return FEntityNames.View(); }
@@ -181,14 +185,7 @@ struct TDTDElement : TDTDSymbol {
     void AddContent(TDTDExprNode* content);
 
 private:
-    // Attributes are looked up for few elements (those whose values have editors), so
-    // the index is made when it is first asked for. Of its own, because one attribute
-    // may belong to many elements.
-    struct TIndex {
-        std::unordered_map<std::string_view, TDTDAttribute*> FByName;
-        size_t FEntered = 0;
-    };
-    std::unique_ptr<TIndex> FIndex;
+    int32_t FEnteredCount = 0;  // of the expression list
 };
 
 /// Symbols by exact name, each name once, chained through FHashNext. The number of
