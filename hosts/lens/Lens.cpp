@@ -144,11 +144,13 @@ private:
     // Only what the grammar knows; of a value that it does not, a word in its place.
     void KeepDeclaration(TRange range, size_t colon) {
         const size_t start = SkipBlank(FStyle, range.FStart, colon);
-        const size_t end = std::min(FStyle.substr(0, colon).find_first_of(" \t\r\n", start), colon);
+        const size_t end = WordEnd(start);
+        const auto name = FStyle.substr(start, end - start);
         const size_t value = SkipBlank(FStyle, colon + 1, range.FEnd);
-        if (value >= range.FEnd || !IsPlainName(FStyle.substr(start, end - start))) return;
-        Write(start, FStyle.substr(start, colon + 1 - start));
+        if (value >= range.FEnd || !IsPlainName(name) || SkipBlank(FStyle, end, colon) < colon) return;
         const auto text = FStyle.substr(value, range.FEnd - value);
+        Write(start, name);
+        Write(colon, ":");
         Write(value, IsPlainValue(text) ? text : std::string_view("x"));
         Write(range.FEnd, ";");
     }
