@@ -1,106 +1,15 @@
 // Definitions as text in, the table that a load makes of them as text out.
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
-
-#include "host/Platform.h"
-#include "symbols/MLSymbolManager.h"
-#include "symbols/SchemaReaderCache.h"
-#include "tagmodel/AttributeEditors.h"
+#include "LoaderTest.h"
 
 namespace caretwell {
 namespace {
 
-/// A host that has nothing but a message view.
-class TMessageHost final : public TImplements<INibMessageServices> {
-public:
-    void ClearMessages() override {}
-    void ShowMessageView() override {}
-    void AddMessage(std::string_view fileName, std::string_view text, std::string_view prefix, int32_t line,
-                    int32_t) override {
-        std::string name(fileName.substr(fileName.rfind('/') + 1));
-        FText +=
-            std::string(prefix) + " " + name + ":" + std::to_string(line) + " " + std::string(text) + "\n";
-    }
-    std::string FText;
-};
-
-class DTDLoader : public testing::Test {
+/// A table with one definition loaded under its root.
+class DTDLoader : public TLoaderTest {
 protected:
-    void SetUp() override {
-        std::string pattern = testing::TempDir() + "loaderXXXXXX";
-        FFolder = std::string(mkdtemp(pattern.data())) + "/";
-        FPlatform = MakePlatform({.SchemaFolder = FFolder});
-        SetPlatform(FPlatform.get());
-        FHost = MakeRef<TMessageHost>();
-        SetTarnwellIDEServices(FHost);
-        auto editors = GetMLEditorRegistry();
-        editors->RegisterEditorClass("uri", [] { return MakeRef<THTMLURIAttributeEditor>(); });
-        editors->RegisterEditorClass("color", [] { return MakeRef<THTMLColorAttributeEditor>(); });
-        editors->RegisterEditorClass("default", [] { return MakeRef<TDefaultAttributeEditor>(); });
-    }
-    void TearDown() override {
-        FreeDTDReaders();
-        ReleaseMLEditorRegistry();
-        SetTarnwellIDEServices(nullptr);
-        SetPlatform(nullptr);
-        std::filesystem::remove_all(FFolder);
-    }
-
-    std::string Write(const std::string& name, std::string_view text) {
-        std::ofstream(FFolder + name, std::ios::binary) << text;
-        return FFolder + name;
-    }
-
-    /// A table with one file loaded under its root.
-    struct TTable {
-        TMLSymbolManager Manager;
-        explicit TTable(const std::string& file) {
-            Manager.SetHiddenRootNode(MakeRef<THTMLTag>(u"root", &Manager, -1));
-            Manager.LoadDTD(*Manager.GetHiddenRootNode(), file);
-        }
-        THTMLTag* Tag(std::string_view name) {
-            if (name == "root") return Manager.GetHiddenRootNode();
-            TTagBucket* bucket = Manager.FindBucket(ToUtf16(name));
-            return bucket ? static_cast<THTMLTag*>(bucket->Tag.Get()) : nullptr;
-        }
-        /// Children by name, sorted.
-        std::string Children(std::string_view name) {
-            THTMLTag* tag = Tag(name);
-            if (!tag) return "none";
-            std::string text;
-            tag->AlphaSort();
-            for (const auto& child : tag->GetAllTags())
-                text += (text.empty() ? "" : " ") + ToUtf8(child->GetName());
-            return text;
-        }
-        /// "name=value,value@editor", "!" behind a required one, "on" before an event.
-        std::string Attributes(std::string_view name) {
-            std::string text;
-            for (int32_t i = 0; i < Tag(name)->GetAttributeCount(); ++i)
-                text += (i ? " " : "") + Show(name, *Tag(name)->GetAttribute(i));
-            return text;
-        }
-        std::string Show(std::string_view tag, INibMLTagAttribute& attribute) {
-            std::string text =
-                Supports<INibMLTagAttributeEvent>(TRef<INibMLTagAttribute>(&attribute)) ? "on " : "";
-            text += ToUtf8(attribute.GetName()) + "=";
-            for (int32_t i = 0; i < attribute.GetCount(); ++i)
-                text += (i ? "," : "") + ToUtf8(attribute.GetValue(i));
-            TRef<INibMLTagAttribute> found;
-            auto editor = Manager.GetAttributeEditorFromHashList(attribute.GetName(), found, ToUtf16(tag));
-            if (editor) text += "@" + editor->GetEditorId();
-            if (attribute.GetRequired()) text += "!";
-            if (attribute.GetFixed()) text += "#" + ToUtf8(attribute.GetFixedValue());
-            return text;
-        }
+    struct TTable : TLoaderTest::TTable {
+        explicit TTable(const std::string& file) { Manager.LoadDTD(Root(), file); }
     };
-
-    std::string FFolder;
-    std::unique_ptr<IPlatform> FPlatform;
-    TRef<TMessageHost> FHost;
 };
 
 TEST_F(DTDLoader, Children) {
