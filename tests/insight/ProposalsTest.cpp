@@ -1,0 +1,53 @@
+// What is offered at a caret, on the small schema.
+#include <gtest/gtest.h>
+
+#include "support/TestHost.h"
+
+namespace caretwell::test {
+namespace {
+
+struct TCase {
+    std::string FText, FExpect;
+};
+
+TEST(Proposals, Elements) {
+    const TCase cases[] = {
+        {"^", "html"},
+        {"<ul>^ ", "</ul> li"},
+        {"<ul><^ ", "li"},
+        {"<ul><l^ ", "li"},
+        {"<ul><li><p>x ^ ", "</ul> </li> </p> a b br img span"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Propose(c.FText), c.FExpect) << c.FText;
+}
+
+TEST(Proposals, AttributesAndValues) {
+    const TCase cases[] = {
+        {"<a ^>", "href target title"},
+        {"<a t^>", "target title"},
+        {"<a href='x' ^>", "target title"},  // not what is written already
+        {"<a target=\"^\">", "_blank _parent _self _top"},
+        {"<a target=\"_s^\">", "_self"},
+        {"<input checked=^>", "false true"},
+        {"<td bgcolor=\"^\">", "color..."},
+        {"<a href=\"^\">", "uri..."},
+        {"<a title=\"^\">", "-"},  // no values
+        {"<nothing ^>", "-"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Propose(c.FText), c.FExpect) << c.FText;
+}
+
+TEST(Proposals, NothingInRawContent) {
+    for (const char* text : {"<script>a ^</script>", "<style>^</style>", "<!DOCTYPE ^>", "<% x ^ %>"})
+        EXPECT_EQ(Propose(text), "-") << text;
+    // A text area is text like any other: what is open can be closed there.
+    EXPECT_EQ(Propose("<textarea>a ^ "), "</textarea>");
+}
+
+TEST(Proposals, Entities) {
+    EXPECT_EQ(Propose("<p>&a^ "), "Aacute aacute agrave amp");
+    EXPECT_EQ(Propose("<p>&ag^ "), "agrave");
+}
+
+}  // namespace
+}  // namespace caretwell::test

@@ -1,0 +1,73 @@
+// A host with the small schema of the tests, and the shortest way from a text with a
+// caret in it to what the engine says there.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "insight/HTMLCodCmplt.h"
+#include "memory/HostSession.h"
+#include "parser/MLParser.h"
+#include "symbols/MLParserUnit.h"
+
+namespace caretwell::test {
+
+/// Opens `text`, whose caret is the first '^', in a session of its own.
+class TTestHost {
+public:
+    explicit TTestHost(std::string_view text, const char* fileName = "page.html", THostOptions options = {}) {
+        options.SchemaFolder = CARETWELL_SOURCE_DIR "/tests/data/schemas";
+        options.SettingsFile = "/nonexistent/settings.json";
+        FSession = std::make_unique<THostSession>(std::move(options));
+        StartMLParser();
+        FIndex = FSession->Registry().Register(MarkupLanguageManager());
+        std::string document(text);
+        size_t caret = document.find('^');
+        if (caret != std::string::npos) document.erase(caret, 1);
+        FDocument = &FSession->Open(document, fileName);
+        if (caret != std::string::npos) FDocument->View().SetCaretOffset(static_cast<int32_t>(caret));
+    }
+    ~TTestHost() {
+        FSession->CloseDocument(*FDocument);
+        FSession->Registry().Unregister(FIndex);
+        ReleaseMarkupLanguageManager();
+        EndMLParser();
+    }
+
+    THostSession& Session() { return *FSession; }
+    TDocument& Document() { return *FDocument; }
+    TEditorDriver& Driver() { return FDocument->Driver(); }
+    TMLKibitzManager& Manager() { return static_cast<TMLKibitzManager&>(*MarkupLanguageManager()); }
+    TMLParser& Parser() { return MLSymbolManager().GetParser(); }
+
+    /// Parses as an invocation does.
+    void Parse() {
+        TRef<INibEditView> view = &FDocument->View();
+        Manager().Parse(view->CaretPos(), MakeRef<TMLBufferProducer>(view, 0), nullptr);
+    }
+    /// The names of the open list, separated by blanks.
+    std::string Items() {
+        std::string names;
+        for (const auto& item : Driver().Items()) names += (names.empty() ? "" : " ") + ToUtf8(item.Name);
+        return names;
+    }
+    /// The document with its caret as '^'.
+    std::string Text() {
+        std::string text = FDocument->Text().Text();
+        return text.insert(static_cast<size_t>(FDocument->View().CaretOffset()), "^");
+    }
+
+private:
+    std::unique_ptr<THostSession> FSession;
+    TDocument* FDocument = nullptr;
+    int32_t FIndex = -1;
+};
+
+/// What the user's command offers at the caret; "-" if no list opens.
+inline std::string Propose(std::string_view text, const char* fileName = "page.html") {
+    TTestHost host(text, fileName);
+    return host.Driver().OpenList() ? host.Items() : "-";
+}
+
+}  // namespace caretwell::test
