@@ -148,7 +148,7 @@ void TXSDLoader::AddElementDef(const TXMLDeclaration& element) {
         } else {
             frames.pop_back();
         }
-        if (tag != NoTag && joins != NoTag) FPlan->Tags[static_cast<size_t>(joins)].Children.push_back(tag);
+        AddChild(joins, tag);
     }
     if (global != NoTag) FPlan->Globals.push_back(global);
 }
@@ -183,17 +183,28 @@ int32_t TXSDLoader::FindOrPlanTag(const TXMLDeclaration& element, const TXMLType
 
 int32_t TXSDLoader::PlanTag(const std::string& key, std::string_view name) {
     if (FElements.size() >= MaxTags) {
-        if (!FIsFull)
-            FSymbolManager.Error(FPlan->FileName,
-                                 "The schema declares too many elements; the rest is not used", "Error", 0,
-                                 0);
-        FIsFull = true;
+        ReportFull();
         return NoTag;
     }
     auto tag = static_cast<int32_t>(FPlan->Tags.size());
     FElements[key] = tag;
-    FPlan->Tags.push_back({ToUtf16(name), {}, {}});
+    std::u16string spelled = ToUtf16(name), folded = spelled;
+    std::transform(folded.begin(), folded.end(), folded.begin(), ToUpper<char16_t>);
+    bool isFirst = FNames.insert(std::move(folded)).second;
+    FPlan->Tags.push_back({std::move(spelled), {}, isFirst, {}});
     return tag;
+}
+
+void TXSDLoader::AddChild(int32_t parent, int32_t child) {
+    if (parent == NoTag || child == NoTag) return;
+    if (++FChildren > MaxChildren) return ReportFull();
+    FPlan->Tags[static_cast<size_t>(parent)].Children.push_back(child);
+}
+
+void TXSDLoader::ReportFull() {
+    if (std::exchange(FIsFull, true)) return;
+    FSymbolManager.Error(FPlan->FileName, "The schema declares too many elements; not all of them are used",
+                         "Error", 0, 0);
 }
 
 void TMLSymbolManager::LoadXSDEx(THTMLTag& root, const std::vector<std::u16string>* parents,

@@ -26,7 +26,9 @@ struct TXSDPlan;
 class TXSDLoader final {
 public:
     /// Tags that one schema may make; declarations beyond them are dropped with a message.
-    static constexpr size_t MaxTags = 50000;
+    static constexpr size_t MaxTags = 20000;
+    /// Children that they may have, all together.
+    static constexpr size_t MaxChildren = 1000000;
 
     explicit TXSDLoader(TMLSymbolManager& manager);
     ~TXSDLoader();
@@ -53,11 +55,15 @@ private:
     int32_t EnterElement(const TXMLDeclaration& element, std::vector<TFrame>& frames);
     int32_t FindOrPlanTag(const TXMLDeclaration& element, const TXMLType& type, std::vector<TFrame>& frames);
     int32_t PlanTag(const std::string& key, std::string_view name);
+    void AddChild(int32_t parent, int32_t child);
+    void ReportFull();
     TXMLType GetElementType(const TXMLDeclaration& element) const;
 
     TMLSymbolManager& FSymbolManager;
     std::shared_ptr<TXSDPlan> FPlan;
     std::unordered_map<std::string, int32_t> FElements;
+    std::unordered_set<std::u16string> FNames;  // in upper case
+    size_t FChildren = 0;
     // The tag of a declaration met before, by whether it was referred to.
     std::unordered_map<const void*, int32_t> FMet[2];
     bool FKeepsSimpleTyped = false;

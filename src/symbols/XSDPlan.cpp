@@ -44,7 +44,14 @@ void TXSDPlan::MakeTags(TMLSymbolManager& manager, THTMLTag& root,
                         const std::vector<std::u16string>* parents) {
     std::vector<TRef<INibMLTag>> tags;
     tags.reserve(Tags.size());
-    for (const TXSDPlannedTag& planned : Tags) tags.push_back(MakeTag(manager, planned));
+    // The plan knows which names it repeats; only a table with tags in it has to be asked.
+    bool isAlone = manager.GetTagList().empty();
+    for (const TXSDPlannedTag& planned : Tags) {
+        tags.push_back(MakeTag(manager, planned));
+        if (!isAlone) Register(manager, tags.back());
+        else if (planned.IsFirst) manager.AddElement(tags.back());
+        else manager.KeepTag(tags.back());
+    }
     for (size_t i = 0; i < Tags.size(); ++i)
         for (int32_t child : Tags[i].Children) tags[i]->AddTag(tags[static_cast<size_t>(child)]);
     for (int32_t global : Globals) {
@@ -63,10 +70,13 @@ TRef<INibMLTag> TXSDPlan::MakeTag(TMLSymbolManager& manager, const TXSDPlannedTa
             plan->FillAttributes(manager, owner, type);
         });
     }
-    manager.RegisterTag(tag);
-    // Of two tags of one name the table holds the first; the other is a child all the same.
-    if (!(manager.GetTagFromHashList(tag->GetName()) == tag.Get())) manager.KeepTag(tag);
     return tag;
+}
+
+// Of two tags of one name the table holds the first; the other is a child all the same.
+void TXSDPlan::Register(TMLSymbolManager& manager, const TRef<INibMLTag>& tag) {
+    manager.RegisterTag(tag);
+    if (!(manager.GetTagFromHashList(tag->GetName()) == tag.Get())) manager.KeepTag(tag);
 }
 
 void TXSDPlan::FillAttributes(TMLSymbolManager& manager, THTMLTag& tag, const TXMLType& type) {

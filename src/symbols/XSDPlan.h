@@ -17,6 +17,7 @@ class TMLSymbolManager;
 struct TXSDPlannedTag {
     std::u16string Name;
     TXMLType Type;
+    bool IsFirst;  ///< of its name, without regard to case
     std::vector<int32_t> Children;
 };
 
@@ -48,6 +49,7 @@ struct TXSDPlan : std::enable_shared_from_this<TXSDPlan> {
 
 private:
     TRef<INibMLTag> MakeTag(TMLSymbolManager& manager, const TXSDPlannedTag& planned);
+    static void Register(TMLSymbolManager& manager, const TRef<INibMLTag>& tag);
     void FillAttributes(TMLSymbolManager& manager, THTMLTag& tag, const TXMLType& type);
     void AddAttributeDef(TMLSymbolManager& manager, THTMLTag& tag, const TXMLDeclaration& definition);
 };
