@@ -4,6 +4,7 @@
 #include <initializer_list>
 
 #include "lens/MarkupScan.h"
+#include "lens/OlderNames.h"
 #include "lens/StyleScan.h"
 
 namespace caretwell {
@@ -87,14 +88,9 @@ private:
 
     void ComposeValue(const TStyleCaret& place) {
         const size_t end = std::min(FStyle.find_first_of(" \t\r\n\f\v/", place.FStatement), place.FColon);
-        size_t start = KnownPart({place.FStatement, end});
-        auto name = FStyle.substr(std::min(start, end), end - std::min(start, end));
-        if (start == npos) {
-            name = StandIn({place.FStatement, end});
-            start = end - name.size();
-        }
-        KeepBlock(place, start);
-        Write(start, name);
+        const auto name = ReadableName({place.FStatement, end});
+        KeepBlock(place, end - name.size());
+        Write(end - name.size(), name);
         Write(place.FColon, ":");
         KeepValue(place.FColon + 1);
     }
@@ -167,10 +163,17 @@ private:
         return IsPlainName(name.substr(start)) ? range.FStart + start : npos;
     }
 
-    // A property that takes what one with an unreadable name does: custom properties and
-    // variables take what "all" takes, and "z" takes nothing.
-    std::string_view StandIn(TRange range) const {
+    // A property's name that the grammar can read and that takes what this one does.
+    // Custom properties and variables take what "all" takes; "z" takes nothing. Never
+    // longer than the name itself.
+    std::string_view ReadableName(TRange range) const {
         const auto name = FStyle.substr(range.FStart, range.Size());
+        const size_t known = KnownPart(range);
+        if (known != npos) {
+            const auto part = FStyle.substr(known, range.FEnd - known);
+            const auto today = name[0] == '-' ? TodaysName(part) : part;
+            return today.size() <= name.size() ? today : part;
+        }
         const bool variable = name[0] == '$' || name[0] == '@' || name.substr(0, 2) == "--";
         return variable && name.size() >= 3 ? "all" : "z";
     }

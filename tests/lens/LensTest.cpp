@@ -175,6 +175,21 @@ TEST(Lens, Pages) {
     Check(cases, lkMarkup);
 }
 
+// A name in another's stead stands in its place.
+TEST(Lens, OlderNames) {
+    constexpr TCase cases[] = {
+        {"a{-ms-flex-pack:^", "value:a{ box-pack:^"},
+        {"a{-webkit-margin-END :^", "value:a{ margin-right :^"},
+        {"a{-x-border-radius-bottomright:^", "value:a{ border-bottom-right-radius:^"},
+        {"a{flex-order:^", "value:a{flex-order:^"},
+        {"a{-x-mask-attachment:^", "value:a{ mask-attachment:^"},  // no room
+        {"a{-webkit-what-ever:^", "value:a{ what-ever:^"},
+        {"a{-webkit-:^", "value:a{ z:^"},
+        {"a{*-ms-filter:^", "value:a{ filter:^"},
+    };
+    Check(cases, lkStyleSheet);
+}
+
 // Pieces that open, close and hide things, in any order, with the caret everywhere.
 TEST(Lens, AnyTextAnyCaret) {
     constexpr std::string_view pieces[] = {"{",        "}",

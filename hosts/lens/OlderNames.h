@@ -1,0 +1,13 @@
+// Properties that once had another name behind their prefix.
+//   -ms-flex-order -> order     -webkit-tap-highlight-color -> color
+#pragma once
+
+#include <string_view>
+
+namespace caretwell {
+
+/// A property without prefix that takes what the prefixed one takes, by its name behind
+/// the prefix, in small letters or not. A name that today's property still has is given back.
+std::string_view TodaysName(std::string_view behindPrefix);
+
+}  // namespace caretwell
