@@ -177,7 +177,6 @@ private:
     void ReportCut(std::string_view expected) const;
 
     // Input.
-    bool IsInEntity() const { return FPosition >= FEntityBuffer.data() && FPosition <= EntityEnd(); }
     const char* EntityEnd() const { return FEntityBuffer.data() + BlockSize; }
     void PutExpansion(std::string_view text, size_t rest);
     void DropFinishedExpansions(const char* position);
@@ -205,7 +204,7 @@ private:
     std::array<char, BlockSize + 1> FEntityBuffer{};
     int32_t FEntityLength = 0;
     const char* FSavedPosition = nullptr;
-    bool FInEntity = false;
+    bool FInEntity = false;  ///< the position is in that buffer
     std::shared_ptr<TDTDNameList> FEntityNames;
     std::vector<TExpansion> FExpansions;
     size_t FExpansionBase = 0;  ///< those below belong to including files

@@ -72,7 +72,7 @@ void TDTDScanner::GiveBackCutLine() {
 
 bool TDTDScanner::EndOfStream() {
     if (FIsStopped) return true;
-    if (IsInEntity()) {
+    if (FInEntity) {
         EndExpansion();
         return false;
     }
@@ -133,7 +133,7 @@ void TDTDScanner::PushBlock() {
     entry->FBufferLength = FBufferLength;
     std::memcpy(entry->FBuffer.data(), FBuffer.data(), BlockSize);
     entry->FInEntity = FInEntity;
-    if (IsInEntity()) entry->FExpansionRest.assign(FPosition, EntityEnd());
+    if (FInEntity) entry->FExpansionRest.assign(FPosition, EntityEnd());
     entry->FSavedPosition = FSavedPosition;
     entry->FEntityNames = std::move(FEntityNames);
     entry->FExpansionBase = FExpansionBase;
@@ -154,7 +154,7 @@ void TDTDScanner::PopBlock() {
     std::memcpy(FBuffer.data(), entry.FBuffer.data(), BlockSize);
     FBuffer[static_cast<size_t>(FBufferLength)] = 0;
     FInEntity = entry.FInEntity;
-    if (IsInEntity()) PutExpansion(entry.FExpansionRest, 0);
+    if (FInEntity) PutExpansion(entry.FExpansionRest, 0);
     FSavedPosition = entry.FSavedPosition;
     FEntityNames = std::move(entry.FEntityNames);
     FExpansionBase = entry.FExpansionBase;
@@ -166,7 +166,7 @@ void TDTDScanner::PopBlock() {
 
 void TDTDScanner::PushParameterizedEntity(TDTDParameterizedEntity& entity) {
     if (entity.FValue.empty()) return;
-    bool isNested = IsInEntity();
+    bool isNested = FInEntity;
     if (isNested) DropFinishedExpansions(FTokenStart);
     if (entity.FIsExpanding)
         return ParseError(peFailure, "Parameterized entity %s expands into itself", {entity.FName});
@@ -183,10 +183,10 @@ void TDTDScanner::PushParameterizedEntity(TDTDParameterizedEntity& entity) {
 }
 
 void TDTDScanner::PutExpansion(std::string_view text, size_t rest) {
-    char* begin = FEntityBuffer.data() + BlockSize - rest - text.size();
+    FEntityLength = static_cast<int32_t>(text.size() + rest);
+    char* begin = FEntityBuffer.data() + BlockSize - FEntityLength;
     std::memcpy(begin, text.data(), text.size());
     FPosition = begin;
-    FEntityLength = static_cast<int32_t>(text.size() + rest);
     FInEntity = true;
 }
 
