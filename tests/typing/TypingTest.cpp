@@ -1,0 +1,117 @@
+// Whole sessions of typing: document, keys, document afterwards; and undo back to the
+// first byte after each.
+#include <gtest/gtest.h>
+
+#include "support/TestHost.h"
+
+namespace caretwell::test {
+namespace {
+
+/// Types keys: characters, and "{Enter}" and the like.
+void Type(TEditorDriver& driver, std::string_view keys) {
+    const struct { std::string_view FName; TEditorKey FKey; } named[] = {
+        {"{Enter}", ekEnter}, {"{Tab}", ekTab}, {"{Esc}", ekEscape}, {"{Up}", ekUp}, {"{Down}", ekDown},
+        {"{Backspace}", ekBackspace}, {"{Left}", ekLeft}, {"{Right}", ekRight}, {"{Ctrl+Space}", ekCtrlSpace}};
+    while (!keys.empty()) {
+        auto key = std::find_if(std::begin(named), std::end(named), [&](auto& k) { return keys.starts_with(k.FName); });
+        if (key != std::end(named)) {
+            driver.PressKey(key->FKey);
+            keys.remove_prefix(key->FName.size());
+        } else {
+            driver.TypeChar(static_cast<unsigned char>(keys[0]));
+            keys.remove_prefix(1);
+        }
+    }
+}
+
+std::string Typed(std::string_view text, std::string_view keys, bool autoQuote = false, const char* name = "page.html") {
+    THostOptions options;
+    options.Answers = {{"color", "#ff0000"}, {"uri", "logo.png"}};
+    TTestHost host(text, name, std::move(options));
+    std::string before = host.Document().Text().Text();
+    host.Manager().SetAutoQuote(autoQuote);
+    Type(host.Driver(), keys);
+    std::string result = host.Text() + (host.Driver().IsOpen() ? " [" + host.Items() + "]" : "");
+    host.Driver().Dismiss();
+    while (host.Driver().Undo()) continue;
+    EXPECT_EQ(host.Document().Text().Text(), before) << keys;
+    return result;
+}
+
+struct TCase {
+    std::string FText, FKeys, FExpect;
+};
+
+TEST(Typing, Elements) {
+    const TCase cases[] = {
+        {"<div>^\n", "<ul{Enter}", "<div><ul^\n"},
+        {"<div>^\n", "<ul>", "<div><ul>^</ul>\n"},            // the selected element and its closing tag
+        {"<div><di^\n", "{Ctrl+Space}{Enter}", "<div><div^\n"},
+        {"<div>^\n", "{Ctrl+Space}{Down}{Enter}", "<div><a^\n"},  // the closing tag stands first
+        {"<div>^\n", "{Ctrl+Space}{Enter}", "<div></div>^\n"},
+        {"<div>^\n", "<im{Enter}", "<div><img^\n"},
+        {"<div>^\n", "{Ctrl+Space}im{Enter}", "<div><img alt src=^\n"},  // required attributes come along
+        {"<p>x</p^\n", "{Ctrl+Space}", "<p>x</p^\n"},       // nothing in a closing tag's name
+        {"<div>^\n", "<u{Esc}", "<div><u^\n"},
+        {"<div>^\n", "<xyz>", "<div><xyz>^</xyz>\n"},
+        {"^", "<ht>", "<html>^</html>"},
+        {"<b>\xC3\xA9^\xC3\xA9</b>\n", "<sp>", "<b>\xC3\xA9<span>^</span>\xC3\xA9</b>\n"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys), c.FExpect) << c.FText << " + " << c.FKeys;
+}
+
+TEST(Typing, Attributes) {
+    const TCase cases[] = {
+        {"<p>\n<a^\n", " ", "<p>\n<a ^\n"},                                    // a blank opens nothing by itself
+        {"<p>\n^\n", "<a ", "<p>\n<a ^\n [href target title]"},                // but behind a choice it does
+        {"<p><a hr^>x</a>\n", "{Ctrl+Space}{Enter}", "<p><a href^>x</a>\n"},
+        {"<p><a hr^>x</a>\n", "{Ctrl+Space} ", "<p><a href= ^>x</a>\n [uri...]"},
+        {"<p><a ta^ = x>\n", "{Ctrl+Space}{Enter}", "<p><a target^ = x>\n"},
+        {"<p><a href=x^>\n", "{Esc} ", "<p><a href=x ^>\n"},
+        {"<p><a target=^>x\n", "{Ctrl+Space}{Enter}", "<p><a target=\"_blank\"^>x\n"},
+        {"<p><a target=\"^\">x\n", "{Ctrl+Space}_s{Enter}", "<p><a target=\"_self\"^>x\n"},
+        {"<p><a target=\"_p^\">it's\n", "{Ctrl+Space}{Enter}", "<p><a target=\"_parent\"^>it's\n"},
+        // A quote that was never closed: the page behind it stays.
+        {"<p><a target=\"^>x</a><p class=\"y\">\n", "{Ctrl+Space}{Enter}", "<p><a target=\"_blank\"^>x</a><p class=\"y\">\n"},
+        {"<p><a target=\"_t^", "{Ctrl+Space}{Enter}", "<p><a target=\"_top\"^"},
+        {"<table><td bgcolor=^>\n", "{Ctrl+Space}{Enter}", "<table><td bgcolor=\"#ff0000\"^>\n"},
+        {"<p><img src=\"^\">\n", "{Ctrl+Space}{Enter}", "<p><img src=\"logo.png\"^>\n"},
+        {"<p ^>\n", "{Ctrl+Space}>", "<p >^</p>>\n"},
+        {"<p ^>\n", "{Ctrl+Space}\"", "<p \"^>\n"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys), c.FExpect) << c.FText << " + " << c.FKeys;
+}
+
+TEST(Typing, AutoQuote) {
+    const TCase cases[] = {
+        {"<p><a hr^>x</a>\n", "{Ctrl+Space}{Enter}", "<p><a href=\"^\">x</a>\n"},
+        {"<p><a ta^>x</a>\n", "{Ctrl+Space}{Enter}{Ctrl+Space}_t{Enter}", "<p><a target=\"_top\"^>x</a>\n"},
+        {"<p><a target^>x</a>\n", "=", "<p><a target=\"^\">x</a>\n [_blank _parent _self _top]"},
+        {"<div>^\n", "{Ctrl+Space}im{Enter}", "<div><img alt src=\"\"^\n"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys, true), c.FExpect) << c.FText << " + " << c.FKeys;
+}
+
+TEST(Typing, Entities) {
+    const TCase cases[] = {
+        {"<p>^\n", "&am{Enter}", "<p>&amp;^\n"},
+        {"<p>^;\n", "&am{Enter}", "<p>&amp^;\n"},
+        {"<p>&am^p;\n", "{Ctrl+Space}{Enter}", "<p>&amp^p;\n"},
+        {"<p>^\n", "&am;", "<p>&amp;^\n"},
+        {"<p>^\n", "&am{Esc}", "<p>&am^\n"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys), c.FExpect) << c.FText << " + " << c.FKeys;
+}
+
+TEST(Typing, XmlDeclaration) {
+    const std::string head = "<?xml version=\"1.0\"?>\n";
+    const TCase cases[] = {
+        {head + "<p><br^\n", ">", head + "<p><br />^\n [</p> a b br img span]"},
+        {head + "<p><br><br><img^ x\n", ">", head + "<p><br /><br /><img />^ x\n [</p> a b br img span]"},
+        {head + "<p><br >\n<br^\n", ">", head + "<p><br />\n<br />^\n [</p> a b br img span]"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys), c.FExpect) << c.FText << " + " << c.FKeys;
+}
+
+}  // namespace
+}  // namespace caretwell::test
