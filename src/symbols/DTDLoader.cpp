@@ -192,8 +192,10 @@ private:
     void AddAllTags(TDTDElement& element) {
         INibMLTag& tag = *EntryOf(element).Tag;
         ForEachSymbol([&](TDTDSymbol& symbol) {
-            auto* child = SymbolAs<TDTDElement>(&symbol);
-            if (child && EntryOf(*child).IsOwn && ++FChildren <= MaxChildren) tag.AddTag(EntryOf(*child).Tag);
+            auto* child = FChildren <= MaxChildren ? SymbolAs<TDTDElement>(&symbol) : nullptr;
+            if (!child || !EntryOf(*child).IsOwn) return;
+            ++FChildren;
+            tag.AddTag(EntryOf(*child).Tag);
         });
     }
 
