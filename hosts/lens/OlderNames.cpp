@@ -70,6 +70,13 @@ constexpr TOlderName Names[] = {
     {"text-fill-color", "color"},
     {"text-stroke-color", "color"},
     {"text-stroke-width", "outline-offset"},
+    // The same, where no other property takes all that they take: a part of it.
+    {"font-smoothing", "overflow-anchor"},
+    {"interpolation-mode", "all"},
+    {"osx-font-smoothing", "z-index"},
+    {"overflow-scrolling", "z-index"},
+    {"overflow-style", "overflow-anchor"},
+    {"touch-callout", "line-clamp"},
 };
 
 }  // namespace

@@ -6,7 +6,7 @@
 
 namespace caretwell {
 
-/// A property without prefix that takes what the prefixed one takes, by its name behind
+/// A property without prefix that takes what the prefixed one takes, or a part of it, by its name behind
 /// the prefix, in small letters or not. A name that today's property still has is given back.
 std::string_view TodaysName(std::string_view behindPrefix);
 

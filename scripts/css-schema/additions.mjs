@@ -88,6 +88,7 @@ export const PROPERTIES = {
     'scrollbar-face-color': visual(true, '<color>'), 'scrollbar-highlight-color': visual(true, '<color>'),
     'scrollbar-shadow-color': visual(true, '<color>'), 'scrollbar-track-color': visual(true, '<color>'),
     '-moz-osx-font-smoothing': visual(true, 'auto | grayscale'),
+    '-ms-interpolation-mode': visual(true, 'bicubic | nearest-neighbor'),
     '-webkit-font-smoothing': visual(true, 'auto | none | antialiased | subpixel-antialiased'),
     'font-display': visual(false, 'auto | block | swap | fallback | optional'),
     'src': visual(false, '<url> | local() | format() | tech()'),
