@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "insight/HTMLCodCmplt.h"
 #include "markup/Hash.h"
+#include "markup/MLBufferProducer.h"
 
 namespace caretwell {
 namespace {
@@ -99,9 +101,7 @@ bool TEditorDriver::Redo() {
 }
 
 bool TEditorDriver::OpenList() {
-    ForKey(kkLook, [&] {
-        if (!IsOpen()) FIsAskedFor = AskForList(0);
-    });
+    ForKey(kkLook, [&] { FIsAskedFor = IsOpen() || AskForList(0); });
     return IsOpen();
 }
 
@@ -160,12 +160,22 @@ TRef<INibCodeInsightManager> TEditorDriver::FindManager() {
     return FRegistry.Find(FLens.NameAt ? FLens.NameAt(*FView) : FView->Buffer()->FileName());
 }
 
+// A typed "&" is answered from the last parse, so that it costs nothing. That parse may
+// be of another caret, or there was none yet; an editor that does not parse in between
+// anyway does it here.
+void TEditorDriver::ParseAhead() {
+    auto markup = QueryAs<INibMLCodeInsightManager>(FManager);
+    TRef<INibEditView> view = FView;
+    if (markup) markup->Parse(view->CaretPos(), MakeRef<TMLBufferProducer>(view, 0), nullptr);
+}
+
 bool TEditorDriver::AskForList(char16_t c) {
     FManager = FindManager();
     if (!FManager) return false;
     bool isAllowed = true;
     FManager->AllowCodeInsight(isAllowed, c);
     if (!isAllowed) return false;
+    if (c == u'&') ParseAhead();
     TNibCodeInsightType type = citNone;
     TNibInvokeType invokeType = itNone;
     FManager->GetCodeInsightType(c, FElement, type, invokeType);
@@ -199,7 +209,9 @@ void TEditorDriver::TypeIntoList(char32_t c) {
     bool closeViewer = false, accept = false;
     FManager->OnEditorKey(KeyOf(c), closeViewer, accept);
     if (closeViewer) return CloseList(c, accept);
-    if (IsWordChar(c) || BeginsClosingForm(c)) {
+    bool beginsClosing = BeginsClosingForm(c);
+    if (IsWordChar(c) || beginsClosing) {
+        FIsClosingForm = FIsClosingForm || beginsClosing;
         InsertTyped(c);
         return Refilter();
     }
@@ -218,8 +230,8 @@ bool TEditorDriver::BeginsClosingForm(char32_t c) {
     return c == '/' && FTrigger == '<' && FWord.empty() && IsBeforeCaret('<');
 }
 
-// The token before the caret narrows the list. Its exact name is selected, or else
-// the first that is left.
+// The token before the caret narrows the list. Its exact name is selected, otherwise
+// the first that it begins; closing tags stay in the list whatever is typed.
 void TEditorDriver::Refilter() {
     auto position = FView->Position();
     FWord = position->TakeText(FManager->EditorTokenValidChars(false), INibEditPosition::TakeBackwards);
@@ -232,19 +244,27 @@ void TEditorDriver::Refilter() {
     FSymbols->SetFilter(FWord);
     int32_t index = -1;
     FSymbols->FindSymIndex(FWord, index);
-    SelectItem(index >= 0 && index < ItemCount() ? index : 0);
-    FIsChosen = !FWord.empty();
+    if (!BeginsWithWord(index)) {
+        index = 0;
+        while (index < ItemCount() && !BeginsWithWord(index)) ++index;
+    }
+    SelectItem(index < ItemCount() ? index : 0);
+    FIsChosen = !FWord.empty() && BeginsWithWord(SelectedIndex());
+}
+
+bool TEditorDriver::BeginsWithWord(int32_t index) const {
+    return index >= 0 && index < ItemCount() && StartsWithText(std::u16string_view(NameOf(index)), FWord);
 }
 
 void TEditorDriver::SelectItem(int32_t index) {
     int32_t last = ItemCount() - 1;
     index = std::clamp(index, std::min(last, 0), last);
-    FList->Select(index, index < 0 ? std::u16string() : Item(index).Name);
+    FList->Select(index, index < 0 ? std::u16string() : NameOf(index));
 }
 
 bool TEditorDriver::Select(std::u16string_view name) {
     for (int32_t i = 0; i < ItemCount(); ++i) {
-        if (Item(i).Name != name) continue;
+        if (NameOf(i) != name) continue;
         SelectItem(i);
         FIsChosen = true;
         return true;
@@ -259,9 +279,16 @@ TListItem TEditorDriver::Item(int32_t index) const {
     item.Type = FSymbols->GetSymbolTypeText(index);
     item.Class = FSymbols->GetSymbolClassText(index);
     item.IsClosing = FSymbols->GetSymbolIsAbstract(index);
-    // A value stands in the column of types, behind a blank.
-    item.Name = item.Text.empty() ? item.Type.substr(item.Type.starts_with(u' ') ? 1 : 0) : item.Text;
+    item.Name = NameOf(index);
     return item;
+}
+
+// A value stands in the column of types, behind a blank.
+std::u16string TEditorDriver::NameOf(int32_t index) const {
+    std::u16string text = FSymbols->GetSymbolText(index);
+    if (!text.empty()) return text;
+    text = FSymbols->GetSymbolTypeText(index);
+    return text.substr(text.starts_with(u' ') ? 1 : 0);
 }
 
 std::vector<TListItem> TEditorDriver::Items() const {
@@ -274,10 +301,13 @@ std::vector<TListItem> TEditorDriver::Items() const {
 
 // Does the key take what is selected? Tab always means the list. Enter, when the list
 // came by itself and nothing was typed for it, more likely means a new line; and any
-// other key must not write an item that nobody looked for.
+// other key must not write an item that nobody looked for, nor complete a closing tag
+// that was typed out.
 bool TEditorDriver::TakesChoice(char32_t c) const {
     if (SelectedIndex() < 0) return false;
-    return FIsChosen || c == KeyTab || (c == KeyEnter && FIsAskedFor);
+    if (c == KeyTab) return true;
+    if (c == KeyEnter) return FIsChosen || FIsAskedFor;
+    return FIsChosen && !FIsClosingForm;
 }
 
 void TEditorDriver::CloseList(char32_t key, bool accept) {
@@ -311,7 +341,7 @@ void TEditorDriver::EndList(bool accepted) {
     FSymbols = nullptr;
     FList = nullptr;
     FWord.clear();
-    FIsAskedFor = FIsChosen = false;
+    FIsAskedFor = FIsChosen = FIsClosingForm = false;
 }
 
 void TEditorDriver::Dismiss() {

@@ -137,6 +137,7 @@ private:
     bool IsBeforeCaret(char32_t c);
     TRef<INibCodeInsightManager> FindManager();
     bool AskForList(char16_t c);
+    void ParseAhead();
     void ShowList();
 
     // With a list.
@@ -144,7 +145,9 @@ private:
     bool IsWordChar(char32_t c) const;
     bool BeginsClosingForm(char32_t c);
     void Refilter();
+    bool BeginsWithWord(int32_t index) const;
     void SelectItem(int32_t index);
+    std::u16string NameOf(int32_t index) const;
     bool TakesChoice(char32_t c) const;
     void CloseList(char32_t key, bool accept);
     void EndList(bool accepted);
@@ -166,10 +169,11 @@ private:
     TRef<TInsightList> FList;
     std::u16string FWord;
     int32_t FWordStart = 0;
-    char16_t FTrigger = 0;     // what opened it; 0 for the user's request
-    bool FIsAskedFor = false;  // by the user's own command
-    bool FIsChosen = false;    // the selection is the user's and not just the first item
-    uint64_t FRevision = 0;    // the text that it was made for
+    char16_t FTrigger = 0;        // what opened it; 0 for the user's request
+    bool FIsAskedFor = false;     // by the user's own command
+    bool FIsClosingForm = false;  // "</" was typed since
+    bool FIsChosen = false;       // the selection is the user's and not just the first item
+    uint64_t FRevision = 0;       // the text that it was made for
     int32_t FCaret = 0;
 
     bool FIsBusy = false;       // inside of a key

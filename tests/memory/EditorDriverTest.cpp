@@ -75,6 +75,7 @@ void Chain(TFakeManager& m) { m.FIsChained = true; }
 void Aid(TFakeManager& m) { m.FBeforeInvoke = u"!"; }
 void Again(TFakeManager& m) { m.FRequestsWithin = true; }
 void Hidden(TFakeManager& m) { m.FIsShown = false; }
+void Kept(TFakeManager& m) { m.FKept = u"/p"; }
 void Nothing(TFakeManager& m) { m.FWords.clear(); }
 
 const TCase Cases[] = {
@@ -86,6 +87,11 @@ const TCase Cases[] = {
     {"^", "<d", "<d^", "[div] dl"},
     {"^", "<dl", "<dl^", "[dl]"},
     {"^", "<x", "<x^", "(empty)"},
+    {"^", "<x", "<x^", "[/p]", Kept},
+    {"^", "<d", "<d^", "/p [div] dl", Kept},
+    {"^", "<x ", "<x ^", "", Kept},  // what stays whatever is typed was not looked for
+    {"^", "<x{T}", "</p^", "", Kept},
+    {"^", "<{S}{E}", "<body^", ""},
     {"^", "<x{B}", "<^", "[body] break div dl p"},
     {"^", "<d{B}{B}", "^", ""},  // the token's start is passed
     {"d^", "{S}", "d^", "[div] dl"},
@@ -120,6 +126,7 @@ const TCase Cases[] = {
     {"^", "<d:", "<d:^", "[body] break div dl p"},
     {"^", "</", "</^", "[body] break div dl p"},
     {"^", "</d{E}", "</div^", ""},
+    {"^", "</d>", "</d>^", ""},  // typed out, not to be completed
     {"^", "<d/", "<d/^", ""},
     {"^", ":/", ":/^", ""},
     // the next list

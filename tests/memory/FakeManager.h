@@ -14,6 +14,7 @@ namespace caretwell {
 class TFakeManager final : public TImplements<INibCodeInsightManager, INibCodeInsightSymbolList> {
 public:
     std::vector<std::u16string> FWords = {u"body", u"break", u"div", u"dl", u"p"};
+    std::u16string FKept;  // at the head of the list whatever the filter
     std::string FExtension = ".fake";
     std::u16string FTriggers = u"<:";  // open the list
     std::u16string FAccepting = u"\t\r ;>";
@@ -115,6 +116,7 @@ private:
     }
     std::vector<std::u16string> Visible() const {
         std::vector<std::u16string> result;
+        if (!FKept.empty()) result.push_back(FKept);
         for (const auto& word : FWords)
             if (StartsWithText(std::u16string_view(word), FFilter)) result.push_back(word);
         return result;
