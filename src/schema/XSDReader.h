@@ -147,7 +147,7 @@ using TXSDParseErrorEvent =
 class TXSDReader final {
 public:
     /// Declarations that one file may hold; the rest is dropped with a message.
-    static constexpr size_t MaxDeclarations = 200000;
+    static constexpr size_t MaxDeclarations = 100000;
     /// Attributes that its groups may spread over groups and types.
     static constexpr size_t MaxGroupSteps = 1000000;
 

@@ -182,13 +182,13 @@ int32_t TXSDLoader::FindOrPlanTag(const TXMLDeclaration& element, const TXMLType
 }
 
 int32_t TXSDLoader::PlanTag(const std::string& key, std::string_view name) {
-    if (FElements.size() >= MaxTags) {
+    std::u16string spelled = ToUtf16(name), folded = spelled;
+    if (!FLimits.AdmitTag(spelled)) {
         ReportFull();
         return NoTag;
     }
     auto tag = static_cast<int32_t>(FPlan->Tags.size());
     FElements[key] = tag;
-    std::u16string spelled = ToUtf16(name), folded = spelled;
     std::transform(folded.begin(), folded.end(), folded.begin(), ToUpper<char16_t>);
     bool isFirst = FNames.insert(std::move(folded)).second;
     FPlan->Tags.push_back({std::move(spelled), {}, isFirst, {}});
@@ -197,7 +197,7 @@ int32_t TXSDLoader::PlanTag(const std::string& key, std::string_view name) {
 
 void TXSDLoader::AddChild(int32_t parent, int32_t child) {
     if (parent == NoTag || child == NoTag) return;
-    if (++FChildren > MaxChildren) return ReportFull();
+    if (!FLimits.AdmitChild()) return ReportFull();
     FPlan->Tags[static_cast<size_t>(parent)].Children.push_back(child);
 }
 

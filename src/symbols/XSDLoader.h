@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "schema/XMLSchema.h"
+#include "symbols/TagLimits.h"
 #include "tagmodel/HTMLTag.h"
 
 namespace caretwell {
@@ -25,11 +26,6 @@ struct TXSDPlan;
 
 class TXSDLoader final {
 public:
-    /// Tags that one schema may make; declarations beyond them are dropped with a message.
-    static constexpr size_t MaxTags = 20000;
-    /// Children that they may have, all together.
-    static constexpr size_t MaxChildren = 1000000;
-
     explicit TXSDLoader(TMLSymbolManager& manager);
     ~TXSDLoader();
 
@@ -63,7 +59,7 @@ private:
     std::shared_ptr<TXSDPlan> FPlan;
     std::unordered_map<std::string, int32_t> FElements;
     std::unordered_set<std::u16string> FNames;  // in upper case
-    size_t FChildren = 0;
+    TTagLimits FLimits;
     // The tag of a declaration met before, by whether it was referred to.
     std::unordered_map<const void*, int32_t> FMet[2];
     bool FKeepsSimpleTyped = false;

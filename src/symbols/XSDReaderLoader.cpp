@@ -3,20 +3,19 @@
 // Tags are built anew at each reload of the table, from the reader that keeps the
 // file: the clearing of the table empties its tags, and a tag holds on to the manager
 // that it was made for.
+#include <unordered_map>
 #include <unordered_set>
 
 #include "schema/XSDReader.h"
 #include "symbols/MLSymbolManager.h"
 #include "symbols/SchemaReaderCache.h"
+#include "symbols/TagLimits.h"
 #include "symbols/XSDLoader.h"
 #include "tagmodel/AttributeEditors.h"
 #include "tagmodel/HTMLAttribute.h"
 
 namespace caretwell {
 namespace {
-
-// Children that one schema may give to its tags, all together.
-constexpr size_t MaxChildren = 2000000;
 
 TSchemaReaderCache<TXSDReader>& Readers() {
     static TSchemaReaderCache<TXSDReader> readers;
@@ -68,8 +67,8 @@ void AddEditor(TMLSymbolManager& manager, const TRef<INibMLTagAttribute>& attrib
 class TReaderTags {
 public:
     TReaderTags(TMLSymbolManager& manager, TXSDReader& reader, THTMLTag& root,
-                const std::vector<std::u16string>* parents)
-        : FManager(manager), FReader(reader), FRoot(root) {
+                const std::vector<std::u16string>* parents, const std::string& fileName)
+        : FManager(manager), FReader(reader), FRoot(root), FFileName(fileName) {
         if (!parents) return;
         for (const std::u16string& name : *parents)
             if (auto parent = manager.GetTagFromHashList(name)) FParents.push_back(parent);
@@ -93,6 +92,7 @@ private:
     void MakeTag(const TXSDElement& element) {
         std::u16string name = GetElemName(FReader, element);
         if (FManager.FindBucket(name) || !IdentIsNotDTDType(name)) return;
+        if (!FLimits.AdmitTag(name)) return ReportFull();
         auto tag = MakeRef<THTMLTag>(name, &FManager, -1);
         tag->SetModel({.RequiresClosingTag = !element.FImplicitClosure,
                        .RequiresOpeningTag = true,
@@ -126,7 +126,7 @@ private:
     }
 
     void FillTag(const TXSDElement& element) {
-        auto tag = FManager.GetTagFromHashList(GetElemName(FReader, element));
+        INibMLTag* tag = FindTag(element);
         if (!tag) return;
         AddChildren(*tag, GetType(FReader, element));
         tag->AlphaSort();
@@ -151,23 +151,36 @@ private:
             if (!child->FRef.empty()) child = FReader.LookupElement(child->FRef, u"", true, -1);
             if (!child) continue;
             if (child->FNonBrowseable) enter(GetType(FReader, *child));
-            else if (auto found = FManager.GetTagFromHashList(GetElemName(FReader, *child)))
-                tag.AddTag(found);
+            else if (INibMLTag* found = FindTag(*child)) tag.AddTag(found);
         }
     }
 
     bool HasRoom() {
-        if (++FChildren == MaxChildren && FReader.FOnError)
-            FReader.FOnError(&FReader, FManager.GetSchemaFile(),
-                             "Too many children; not all of them are used");
-        return FChildren < MaxChildren;
+        if (FLimits.AdmitChild()) return true;
+        ReportFull();
+        return false;
+    }
+
+    void ReportFull() {
+        if (std::exchange(FIsFull, true)) return;
+        FReader.FOnError(&FReader, FFileName, "Too many elements; not all of them are used");
+    }
+
+    // The tag of that name, whoever made it. An element is asked for by each type that holds it.
+    INibMLTag* FindTag(const TXSDElement& element) {
+        auto [row, isNew] = FFound.try_emplace(&element, nullptr);
+        if (isNew) row->second = FManager.GetTagFromHashList(GetElemName(FReader, element)).Get();
+        return row->second;
     }
 
     TMLSymbolManager& FManager;
     TXSDReader& FReader;
     THTMLTag& FRoot;
     std::vector<TRef<INibMLTag>> FParents;
-    size_t FChildren = 0;
+    std::string FFileName;
+    std::unordered_map<const TXSDElement*, INibMLTag*> FFound;
+    TTagLimits FLimits;
+    bool FIsFull = false;
 };
 
 }  // namespace
@@ -192,7 +205,7 @@ void TMLSymbolManager::LoadXSD(THTMLTag& root, const std::vector<std::u16string>
         reader->FOnError = onError;
         if (isNew) reader->LoadFromFile(fileName);
     }
-    TReaderTags(*this, *reader, root, parents).Load();
+    TReaderTags(*this, *reader, root, parents, fileName).Load();
 }
 
 }  // namespace caretwell
