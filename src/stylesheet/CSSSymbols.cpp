@@ -10,22 +10,23 @@
 namespace caretwell {
 namespace {
 
-template <class T>
-T* FindSymbol(const TCSSSymbolTable::TBuckets<T>& table, std::string_view name) {
-    for (T* symbol = table[Hash(name)]; symbol; symbol = static_cast<T*>(symbol->FHashNext))
-        if (SameText(symbol->FName, name)) return symbol;
-    return nullptr;
+constexpr size_t LongestChain = 16;  // on average
+
+// Its lowest byte is Hash, the bits above it tell names of the same bucket apart.
+uint32_t WideHash(std::string_view name) {
+    uint32_t hash = 2166136261;
+    for (char c : name) hash = (hash ^ static_cast<uint8_t>(ToUpper(c))) * 16777619;
+    return hash << 8 | Hash(name);
 }
 
 template <class T>
-T* AddSymbol(TCSSSymbolTable::TBuckets<T>& table, TCSSSymbolTable::TSymbols<T>& list, int32_t& count,
+T* AddSymbol(TSymbolBuckets& table, TCSSSymbolTable::TSymbols<T>& list, int32_t& count,
              std::unique_ptr<T> symbol) {
-    T*& bucket = table[Hash(symbol->FName)];
-    symbol->FHashNext = bucket;
-    bucket = symbol.get();
+    T* added = symbol.get();
     list.push_back(std::move(symbol));
+    table.Add(*added);
     ++count;
-    return bucket;
+    return added;
 }
 
 template <class T>
@@ -48,6 +49,40 @@ void QuickSort(std::vector<TItem>& list, int32_t first, int32_t last) {
 }
 
 }  // namespace
+
+// -------------------------------------------------------------------- buckets
+
+TCSSSymbol* TSymbolBuckets::Find(std::string_view name) const {
+    uint32_t hash = WideHash(name);
+    for (TCSSSymbol* symbol = FChains[hash & (FChains.size() - 1)]; symbol; symbol = symbol->FHashNext)
+        if (symbol->FHash == hash && SameText(symbol->FName, name)) return symbol;
+    return nullptr;
+}
+
+void TSymbolBuckets::Add(TCSSSymbol& symbol) {
+    if (++FCount > LongestChain * FChains.size()) Grow();
+    symbol.FHash = WideHash(symbol.FName);
+    Link(symbol);
+}
+
+void TSymbolBuckets::Link(TCSSSymbol& symbol) {
+    TCSSSymbol*& chain = FChains[symbol.FHash & (FChains.size() - 1)];
+    symbol.FHashNext = chain;
+    chain = &symbol;
+}
+
+void TSymbolBuckets::Grow() {
+    std::vector<TCSSSymbol*> chains(FChains.size() * 16);
+    chains.swap(FChains);
+    std::vector<TCSSSymbol*> newestFirst;
+    for (TCSSSymbol* chain : chains) {
+        for (newestFirst.clear(); chain; chain = chain->FHashNext) newestFirst.push_back(chain);
+        while (!newestFirst.empty()) {
+            Link(*newestFirst.back());
+            newestFirst.pop_back();
+        }
+    }
+}
 
 // ---------------------------------------------------------- types and properties
 
@@ -113,12 +148,16 @@ void TCSSSymbolTable::AddEditor(std::unique_ptr<TCSSEditor> editor) {
 }
 
 TCSSProperty* TCSSSymbolTable::LookupProperty(std::string_view name) const {
-    return FindSymbol(FPropertyTable, name);
+    return static_cast<TCSSProperty*>(FPropertyTable.Find(name));
 }
-TCSSType* TCSSSymbolTable::LookupType(std::string_view name) const { return FindSymbol(FTypeTable, name); }
-TCSSValue* TCSSSymbolTable::LookupValue(std::string_view name) const { return FindSymbol(FValueTable, name); }
+TCSSType* TCSSSymbolTable::LookupType(std::string_view name) const {
+    return static_cast<TCSSType*>(FTypeTable.Find(name));
+}
+TCSSValue* TCSSSymbolTable::LookupValue(std::string_view name) const {
+    return static_cast<TCSSValue*>(FValueTable.Find(name));
+}
 TCSSEditor* TCSSSymbolTable::LookupEditor(std::string_view name) const {
-    return FindSymbol(FEditorTable, name);
+    return static_cast<TCSSEditor*>(FEditorTable.Find(name));
 }
 
 TCSSProperty* TCSSSymbolTable::GetProp(int32_t index) const { return ItemAt(FProperties, index); }

@@ -8,7 +8,6 @@
 // live as long as it does; references to them are plain pointers.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -34,7 +33,24 @@ enum TCSSValueKind : uint8_t {
 /// Base of what the table holds. Names are found without regard to case.
 struct TCSSSymbol {
     std::string FName;
+    uint32_t FHash = 0;               ///< set when it is filed
     TCSSSymbol* FHashNext = nullptr;  ///< in the bucket, older than this one
+};
+
+/// Symbols by name. The buckets are the 256 of Hash until a schema is so large that their
+/// chains would be long; then there are more, by further bits.
+class TSymbolBuckets {
+public:
+    TCSSSymbol* Find(std::string_view name) const;
+    /// Puts it in front of its chain.
+    void Add(TCSSSymbol& symbol);
+
+private:
+    void Link(TCSSSymbol& symbol);
+    void Grow();
+
+    std::vector<TCSSSymbol*> FChains = std::vector<TCSSSymbol*>(HashBuckets);
+    size_t FCount = 0;
 };
 
 /// One for each name, shared by all properties that offer it.
@@ -176,20 +192,18 @@ public:
     const std::vector<std::string>& GetFonts();
 
     template <class T>
-    using TBuckets = std::array<T*, HashBuckets>;
-    template <class T>
     using TSymbols = std::vector<std::unique_ptr<T>>;
 
-    TBuckets<TCSSProperty> FPropertyTable{};
+    TSymbolBuckets FPropertyTable;
     TSymbols<TCSSProperty> FProperties;
     int32_t FPropertyCount = 0;
-    TBuckets<TCSSType> FTypeTable{};
+    TSymbolBuckets FTypeTable;
     TSymbols<TCSSType> FTypes;
     int32_t FTypeCount = 0;
-    TBuckets<TCSSValue> FValueTable{};
+    TSymbolBuckets FValueTable;
     TSymbols<TCSSValue> FValues;
     int32_t FValueCount = 0;
-    TBuckets<TCSSEditor> FEditorTable{};
+    TSymbolBuckets FEditorTable;
     TSymbols<TCSSEditor> FEditors;
     int32_t FEditorCount = 0;
 

@@ -1,0 +1,269 @@
+// From a caret to a list and from a choice to a text, as an editor goes.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+
+#include "Sheets.h"
+#include "memory/HostSession.h"
+#include "stylesheet/CSSCodCmplt.h"
+#include "stylesheet/CSSUnitEditor.h"
+
+namespace caretwell {
+namespace {
+
+/// A host whose schema folder holds a css.xml of our own, with the manager registered.
+class TStyleHost {
+public:
+    explicit TStyleHost(const char* schema = SmallSchema, std::map<std::string, std::string> answers = {}) {
+        std::string folder = std::filesystem::temp_directory_path() / "cssXXXXXX";
+        FFolder = mkdtemp(folder.data());
+        if (schema) std::ofstream(FFolder + "/css.xml") << schema;
+        FSession.emplace(THostOptions{
+            .SchemaFolder = FFolder, .SettingsFile = "/nonexistent", .Answers = std::move(answers)});
+        FIndex = FSession->Registry().Register(CSSLanguageManager());
+    }
+    ~TStyleHost() {
+        FSession->Registry().Unregister(FIndex);
+        ReleaseCSSLanguageManager();
+        FSession.reset();
+        std::filesystem::remove_all(FFolder);
+    }
+    TDocument& Open(std::string_view marked) {
+        TSheet sheet(marked);
+        TDocument& document = FSession->Open(sheet.FText, "a.css");
+        document.View().SetCaretOffset(sheet.FCaret);
+        return document;
+    }
+    THostSession& Session() { return *FSession; }
+
+private:
+    std::string FFolder;
+    std::optional<THostSession> FSession;
+    int32_t FIndex = -1;
+};
+
+std::string TextOf(TDocument& document) {
+    std::string text = document.Text().Text();
+    return text.insert(static_cast<size_t>(document.View().CaretOffset()), "^");
+}
+
+std::string Items(TDocument& document) {
+    std::string names;
+    for (const TListItem& item : document.Driver().Items())
+        names += (names.empty() ? "" : " ") + ToUtf8(item.Text);
+    return names;
+}
+
+TEST(Manager, Lists) {
+    struct TCase {
+        const char *FText, *FItems;
+    };
+    constexpr TCase Cases[] = {
+        {"a { ^", "color columns margin width"},
+        {"a { co^", "color columns"},
+        {"a { co^lor", "color columns"},
+        {"a { margin: 0; c^", "color columns"},
+        {"a { color: ^", "color... inherit rebeccapurple red"},
+        {"a { color: RE^", "rebeccapurple red"},
+        {"a { color: c^", "color..."},
+        {"a { color: red ^", "color... inherit rebeccapurple red"},
+        {"a { columns: ^", ""},
+        {"a { unknown: ^", ""},
+        {"a^", ""},
+        {"a { } ^", ""},
+        {"\xC3\xA9 { content: '\xE2\x82\xAC'; co^", "color columns"},
+    };
+    TStyleHost host;
+    for (const TCase& c : Cases) {
+        TDocument& document = host.Open(c.FText);
+        document.Driver().OpenList();
+        EXPECT_EQ(Items(document), c.FItems) << c.FText;
+        host.Session().CloseDocument(document);
+    }
+}
+
+TEST(Manager, Choices) {
+    struct TCase {
+        const char *FText, *FItem, *FResult;
+    };
+    constexpr TCase Cases[] = {
+        {"a { co^", "color", "a { color:^"},
+        {"a { color^ : red }", "color", "a { color^ : red }"},
+        {"a { co^l: red }", "color", "a { color:^l: red }"},
+        {"a { color: r^", "red", "a { color: red;^"},
+        {"a { color: r^;", "red", "a { color: red^;"},
+        {"a { color: r^ \t; }", "red", "a { color: red^ \t; }"},
+        {"a { color: r^\n; }", "red", "a { color: red;^\n; }"},
+        {"a { color: ^", "color...", "a { color: #ff0000;^"},
+        {"a { color: c^ }", "color...", "a { color: #ff0000;^ }"},
+        {"a { width: ^", "length...", "a { width: 12em;^"},
+        {"\xC3\xA9 { co^", "color", "\xC3\xA9 { color:^"},
+    };
+    TStyleHost host(SmallSchema, {{"color", "#ff0000"}, {"length", "12em"}});
+    for (const TCase& c : Cases) {
+        TDocument& document = host.Open(c.FText);
+        document.Driver().OpenList();
+        ASSERT_TRUE(document.Driver().Select(ToUtf16(c.FItem))) << c.FText;
+        // What was composed beforehand is what is written.
+        auto edit = CSSKibitzManager().ComposeChoice(document.Driver().SelectedIndex());
+        int32_t before = document.View().CaretOffset();
+        document.Driver().TypeChar(13);
+        EXPECT_EQ(TextOf(document), c.FResult) << c.FText;
+        ASSERT_TRUE(edit) << c.FText;
+        if (!edit->EditorName.empty()) {
+            EXPECT_EQ(edit->EditorName, c.FItem);
+        } else {
+            EXPECT_EQ(edit->CaretOffset, document.View().CaretOffset()) << c.FText;
+            EXPECT_EQ(before - edit->DeletedBytes + static_cast<int32_t>(ToUtf8(edit->Text).size()),
+                      edit->CaretOffset);
+        }
+        host.Session().CloseDocument(document);
+    }
+}
+
+TEST(Manager, CancelledDialogWritesNothing) {
+    TStyleHost host;
+    for (const char* text : {"a { color: c^ }", "a { width: l^ }"}) {
+        TDocument& document = host.Open(text);
+        document.Driver().OpenList();
+        document.Driver().TypeChar(13);
+        EXPECT_EQ(TextOf(document), text);
+        host.Session().CloseDocument(document);
+    }
+}
+
+TEST(Manager, Typing) {
+    TStyleHost host;
+    TDocument& document = host.Open("a {^}");
+    document.Driver().OpenList();
+    for (char c : std::string("wi")) document.Driver().TypeChar(static_cast<char32_t>(c));
+    document.Driver().TypeChar('\t');
+    EXPECT_EQ(TextOf(document), "a {width:^}");
+    document.Driver().OpenListFor(':');
+    EXPECT_EQ(Items(document), "auto length...");
+    for (char c : std::string("au;")) document.Driver().TypeChar(static_cast<char32_t>(c));
+    EXPECT_EQ(document.Text().Text().substr(0, 14), "a {width:auto;");
+}
+
+TEST(Manager, Keys) {
+    struct TCase {
+        char16_t FKey;
+        bool FCloses, FAccepts;
+    };
+    constexpr TCase Cases[] = {{9, true, true},     {' ', true, true},   {13, true, true}, {27, true, false},
+                               {'a', false, false}, {':', false, false}, {';', true, true}};
+    TStyleHost host;
+    for (const TCase& c : Cases) {
+        bool closes = false, accepts = false;
+        CSSLanguageManager()->OnEditorKey(c.FKey, closes, accepts);
+        EXPECT_EQ(closes, c.FCloses) << int{c.FKey};
+        EXPECT_EQ(accepts, c.FAccepts) << int{c.FKey};
+    }
+    struct TOpening {
+        char16_t FChar;
+        int32_t FElement, FType, FInvoke;
+    };
+    constexpr TOpening Openings[] = {{0, 0, 1, 1},   {':', 0, 1, 2}, {';', 2, 1, 2},
+                                     {'a', 0, 0, 1}, {':', 1, 0, 7}, {0, 5, 0, 7}};
+    for (const TOpening& c : Openings) {
+        TNibCodeInsightType type = citList;
+        auto invoke = static_cast<TNibInvokeType>(7);
+        CSSLanguageManager()->GetCodeInsightType(c.FChar, c.FElement, type, invoke);
+        EXPECT_EQ(type, c.FType) << int{c.FChar};
+        EXPECT_EQ(invoke, c.FInvoke) << int{c.FChar};
+    }
+}
+
+TEST(Manager, Answers) {
+    TStyleHost host;
+    auto manager = CSSLanguageManager();
+    void* older = nullptr;
+    ASSERT_TRUE(manager->Query(INibCodeInsightManager::OlderId, &older));
+    EXPECT_TRUE(TRef<INibCodeInsightManager>::Attach(static_cast<INibCodeInsightManager*>(older)) == manager);
+    EXPECT_TRUE(manager->HandlesFile("x/A.CSS"));
+    EXPECT_FALSE(manager->HandlesFile("a.html"));
+    struct TCase {
+        const char *FText, *FClass;
+        int FContext, FFound;
+    };
+    constexpr TCase Cases[] = {
+        {"a { } ^", "comment", 0, -1},     {"a^", "rule", 14, -1}, {"a { ^", "property", 15, 3},
+        {"a { color: ^", "value", 16, -1}, {"}^", "none", 0, -1},
+    };
+    auto list = QueryAs<INibCodeInsightSymbolList>(manager);
+    for (const TCase& c : Cases) {
+        TDocument& document = host.Open(c.FText);
+        std::u16string word;
+        EXPECT_TRUE(manager->InvokeCodeCompletion(itUser, word));
+        EXPECT_EQ(ToUtf8(list->GetSymbolClassText(0)), c.FClass);
+        EXPECT_EQ(int{QueryAs<INibInsightContext>(manager)->GetContext()}, c.FContext);
+        int32_t index = -7;
+        EXPECT_EQ(list->FindSymIndex(u"w", index), c.FFound >= 0);
+        EXPECT_EQ(index, c.FFound >= 0 ? c.FFound : -7);
+        host.Session().CloseDocument(document);
+    }
+    std::u16string word;
+    EXPECT_FALSE(manager->InvokeCodeCompletion(itUser, word)) << "without a view";
+    EXPECT_EQ(list->GetCount(), 0);
+}
+
+TEST(Manager, Explains) {
+    TStyleHost host;
+    host.Open("a { COLOR: ^").Driver().OpenList();
+    TCSSExplanation seen = CSSKibitzManager().Explain();
+    EXPECT_EQ(seen.Position + " " + seen.Property + " " + seen.LastDeclaration, "kpExpr color COLOR");
+}
+
+// No exception of a schema reaches the host: it hears of it in its message view.
+TEST(Manager, BrokenSchemas) {
+    struct TCase {
+        const char *FSchema, *FMessage, *FItems;
+    };
+    constexpr TCase Cases[] = {
+        {nullptr, "", ""},
+        {"<x/>", "", ""},
+        {"<css><property name='p'", "Error Error parsing start element tag", ""},
+        {"<css><property name='p'><value name='v'/></property>\n<type name='t' editable='x'/></css>",
+         "Error 'x' is not a valid boolean value", "p"},
+    };
+    for (const TCase& c : Cases) {
+        TStyleHost host(c.FSchema);
+        std::string messages;
+        for (const TMessage& message : host.Session().Messages().Messages())
+            messages += message.Prefix + " " + message.Text;
+        EXPECT_EQ(messages, c.FMessage);
+        TDocument& document = host.Open("a { ^");
+        document.Driver().OpenList();
+        EXPECT_EQ(Items(document), c.FItems);
+    }
+}
+
+TEST(UnitEditor, Form) {
+    TUnitEditorForm form("length");
+    EXPECT_EQ(form.GetText(), "0");
+    form.AddUnit("px");
+    form.AddUnit("em");
+    EXPECT_EQ(form.GetText(), "0px");
+    struct TPlace {
+        const char* FName;
+        int32_t FLeft, FTop, FWidth, FHeight;
+    };
+    constexpr TPlace Places[] = {
+        {"Bevel1", 8, 8, 265, 57},     {"Label1", 24, 16, 30, 13},      {"Label2", 114, 16, 27, 13},
+        {"OKBtn", 115, 77, 75, 25},    {"CancelBtn", 197, 77, 75, 25},  {"UpDown1", 81, 32, 16, 21},
+        {"ValueEdit", 24, 32, 57, 21}, {"UnitCombo", 112, 32, 145, 21},
+    };
+    ASSERT_EQ(form.FForm.Controls.size(), std::size(Places));
+    for (const TPlace& place : Places) {
+        const TFormControl* control = form.FForm.Find(place.FName);
+        ASSERT_TRUE(control) << place.FName;
+        EXPECT_EQ(std::tie(control->Left, control->Top, control->Width, control->Height),
+                  std::tie(place.FLeft, place.FTop, place.FWidth, place.FHeight))
+            << place.FName;
+    }
+}
+
+}  // namespace
+}  // namespace caretwell

@@ -1,0 +1,274 @@
+// A sheet with a caret to what is expected there, and of which property.
+#include <gtest/gtest.h>
+
+#include "Sheets.h"
+
+namespace caretwell {
+namespace {
+
+struct TCase {
+    std::string_view FText, FExpect;
+};
+
+constexpr TCase Positions[] = {
+    {"^", "kpExpr"},
+    {"a^", "kpRule"},
+    {"a, b.c^", "kpRule"},
+    {"a[b^", "kpRule"},
+    {"a > ^", "kpRule"},
+    {"a:not(^", "kpRule"},
+    {"a {^", "kpProperty"},
+    {"a { co^", "kpProperty"},
+    {"a { color^", "kpProperty color"},
+    {"a { COLOR^", "kpProperty color"},
+    {"a { color:^", "kpExpr color"},
+    {"a { color: re^", "kpExpr color"},
+    {"a { color: red ^", "kpExpr color"},
+    {"a { color: red /* ^ */ }", "kpExpr color"},
+    {"a { color: red; ^", "kpProperty color"},
+    {"a { color: red } ^", "kpComment"},
+    {"a { color: #f^", "kpExpr color"},
+    {"a { color: -^", "kpExpr color"},
+    {"a { color: red !important ^", "kpProperty color"},
+    {"a { margin: 1px 2px, ^", "kpExpr margin"},
+    {"a { color: rgb(1, ^", "kpExpr color"},
+    {"a { color: rgb(1, 2, 3); margin: ^", "kpExpr margin"},
+    {"a { color: a(b(c(d))) ^", "kpExpr color"},
+    {"a { color: red } b { margin: ^", "kpExpr margin"},
+    {"a { unknown: ^", "kpExpr"},
+    {"@import ^", "kpRule"},
+    {"@import \"a.css\" ^", "kpExpr"},
+    {"@import url(a) screen, ^", "kpExpr"},
+    {"@import \"a.css\"; ^", "kpComment"},
+    {"@charset ^", "kpExpr"},
+    {"@charset \"x\"; a { co^", "kpProperty"},
+    {"@media ^", "kpExpr"},
+    {"@media print { ^", "kpExpr"},
+    {"@media print { a { color: ^", "kpExpr color"},
+    {"@media print { a { color: red } ^", "kpExpr color"},
+    {"@media print { a { color: red } } ^", "kpComment"},
+    {"@page ^", "kpRule"},
+    {"@page x:first ^", "kpRule"},
+    {"@page :first { ^", "kpProperty"},
+    {"@page { margin: ^", "kpExpr margin"},
+    {"@page :first { color: red !important ^", "kpExpr color"},
+    {"@font-face ^", "kpRule"},
+    {"@font-face { ^", "kpProperty"},
+    {"@font-face { color: red !important ^", "kpProperty color"},
+    {"<!-- ^", "kpComment"},
+    {"<!-- a { --> b { ^", "kpProperty"},
+    {"a { color: red", "kpNone"},  // the caret is elsewhere
+    {"a { } } b { ^", "kpNone"},   // a stray token ends the parse
+    {"@supports { b { ^", "kpNone"},
+};
+
+TEST(Parser, Positions) {
+    TSheetParser parser;
+    for (const TCase& c : Positions) EXPECT_EQ(parser.Answer(c.FText), c.FExpect) << c.FText;
+}
+
+// What a mistake may cost: nothing in later rules, and in its own block no more than
+// the declaration that it stands in.
+constexpr std::string_view Mistakes[] = {
+    "color",                // no colon
+    "color red",            //
+    "color:",               // no value
+    "color: red 1px -2px",  // the grammar ends the value at the sign
+    "color: calc(1px - 2px)",
+    "color: red !",   // the name behind "!" takes the brace or the ";"
+    "color: #",       //
+    "color: @",       //
+    "color: ! x",     //
+    "color: rgb(1,",  // never closed
+    "color: ((((",    //
+    "color: red,",    //
+    "color: /",       //
+    "color: red blue: green",
+    "$x: 1",         // words of other dialects
+    "--x: 1",        //
+    "*zoom: 1",      //
+    "_height: 1px",  //
+    "&:hover { margin: 0 }",
+    "b { margin: 0 }",
+    "b:hover, c > d { margin: { x: 0 } }",
+    "filter: progid:DX.M(a='b', c=1)",
+    "@media print { margin: 0 }",
+    "@include x",
+    "] ) ( [",
+    "\x01",
+};
+
+TEST(Parser, MistakesStayInTheirRule) {
+    TSheetParser parser;
+    for (std::string_view mistake : Mistakes) {
+        std::string rule = "a { " + std::string(mistake) + " }";
+        for (std::string_view around : {"", "@media print { "}) {
+            std::string before = std::string(around) + rule;
+            EXPECT_EQ(parser.Answer(before + " b^"), "kpRule") << before;
+            EXPECT_EQ(parser.Answer(before + " b { c { } w^").substr(0, 10), "kpProperty") << before;
+            EXPECT_EQ(parser.Answer(before + " b { width: ^"), "kpExpr width") << before;
+            EXPECT_EQ(parser.Answer(before + " c { color: red } b { width: a^"), "kpExpr width") << before;
+        }
+        EXPECT_EQ(parser.Answer(rule + " b { } ^"), "kpComment") << rule;
+    }
+}
+
+TEST(Parser, MistakesStayInTheirDeclaration) {
+    TSheetParser parser;
+    for (std::string_view mistake : Mistakes) {
+        std::string before = "a { " + std::string(mistake) + "; ";
+        EXPECT_EQ(parser.Answer(before + "width: ^"), "kpExpr width") << before;
+        EXPECT_EQ(parser.Answer(before + "wid^").substr(0, 10), "kpProperty") << before;
+        EXPECT_EQ(parser.Answer(before + "margin: 0; width: a ^ }"), "kpExpr width") << before;
+    }
+}
+
+constexpr TCase Recovery[] = {
+    // Heads of rules.
+    {"a $ b { width: ^", "kpExpr width"},
+    {"a. { width: ^", "kpExpr width"},
+    {"a::before { width: ^", "kpExpr width"},
+    {"a:not(.b), c { width: ^", "kpExpr width"},
+    {"a:nth-child(2n+1) { width: ^", "kpExpr width"},
+    {"a[b { color: red } c { width: ^", "kpExpr width"},
+    {"a[b='c' i] { width: ^", "kpExpr width"},
+    {"a ~ b { width: ^", "kpExpr width"},
+    {"a; b { width: ^", "kpExpr width"},
+    {"a } b { width: ^", "kpExpr width"},
+    {"a $ ^", "kpProperty"},
+    // Heads of at-rules.
+    {"@media screen and (min-width: 1px) { a { width: ^", "kpExpr width"},
+    {"@media print { @media screen { a { color: red } } b { } } c { width: ^", "kpExpr width"},
+    {"@media print { * { color: red } b { width: ^", "kpExpr width"},
+    {"@media print { @import 'x'; b { width: ^", "kpExpr width"},
+    {"@media print { a } @media screen { b { width: ^", "kpExpr width"},
+    {"@media print; b { width: ^", "kpExpr width"},
+    {"@page { margin: 0 } b { width: ^", "kpExpr width"},
+    {"@page a b { margin: 0 } b { width: ^", "kpExpr width"},
+    {"@charset utf-8; b { width: ^", "kpExpr width"},
+    {"@import 'a' (x); b { width: ^", "kpExpr width"},
+    {"@import 'a' b { width: ^", "kpExpr width"},
+    {"@import 'a' b { } c { width: ^", "kpExpr width"},
+    // Blocks in blocks.
+    {"a { b { color: ^", "kpExpr color"},
+    {"a { b { color: red } wid^", "kpProperty"},
+    {"a { b { color: red } } ^", "kpComment"},
+    // With nothing between, the caret still stands in the value.
+    {"a { color: ; ^", "kpExpr color"},
+    {"a { color: } ^", "kpExpr color"},
+    {"a { color: #; ^", "kpExpr color"},
+    {"a { color: #^;", "kpExpr color"},
+    {"a { color; ^", "kpProperty color"},
+    {"a { color red^", "kpExpr color"},
+    {"a { color: 1px -2px ^", "kpComment"},
+};
+
+TEST(Parser, Recovery) {
+    TSheetParser parser;
+    for (const TCase& c : Recovery) EXPECT_EQ(parser.Answer(c.FText), c.FExpect) << c.FText;
+}
+
+TEST(Parser, Messages) {
+    constexpr TCase Cases[] = {
+        {"a { color: red }", ""},
+        {"a { color: rgb(1, 2, 3) !important; margin: 1px 2px / 3px }", ""},
+        {"@import 'a'; @media x, y { a { } } @page :first { } @font-face { }", ""},
+        {"a { margin: 1px -2px }", "Expected '}' but found '-'"},
+        {"a { b c: 1 }", "Expected ':' but found 'c'"},
+        {"a { b 'c': 1 }", "Expected ':' but found 'string'"},
+        {"a { b", "Expected ':' but found 'End of file'"},
+    };
+    for (const TCase& c : Cases) {
+        TSheetParser parser;
+        std::string first;
+        parser.FOnParseError = [&](TStyleSheetParser&, const std::string& message) {
+            if (first.empty()) first = message;
+        };
+        parser.ParseSheet(c.FText);
+        EXPECT_EQ(first, c.FExpect) << c.FText;
+    }
+}
+
+/// An expression or selector as text, its terms in parentheses.
+std::string Print(const TCSSNode* node) {
+    constexpr const char* Ops[] = {" ", "/", ",", "+", ">", "-", "=", "~=", "|="};
+    if (!node) return "";
+    if (node->FKind == nkValue) return std::string(static_cast<const TCSSValueNode*>(node)->FValue);
+    if (node->FKind == nkSimpleSelector) {
+        auto& selector = static_cast<const TSimpleSelector&>(*node);
+        std::string text(selector.FElementName);
+        for (const TSimpleSelectorValue& value : selector.FValues) {
+            if (value.FSelectorType == stHash) text.append("#").append(value.FHash);
+            if (value.FSelectorType == stClass) text.append(".").append(value.FClass);
+            if (value.FSelectorType == stPseudo) text.append(":").append(value.FPseudo);
+            if (value.FSelectorType == stAttribute) text.append("[").append(Print(value.FAttrib)).append("]");
+        }
+        return text;
+    }
+    auto& op = static_cast<const TNodeOp&>(*node);
+    return "(" + Print(op.FLeft) + Ops[op.FOp] + Print(op.FRight) + ")";
+}
+
+TEST(Parser, Tree) {
+    TSheetParser parser;
+    TStyleSheet* sheet = parser.ParseSheet(
+        "@charset 'u'; @import 'i' print, tv; <!-- x y --> a.b#c > d[e|=f]:g, * {"
+        "color: -1px rgb(2) / #fff , 'x' !important; width: auto }");
+    EXPECT_EQ(sheet->FCharset, "'u'");
+    std::string seen;
+    for (TCSSRule& rule : sheet->FRules) {
+        if (rule.FKind == nkImport) {
+            auto& import = static_cast<TImport&>(rule);
+            seen.append(import.FURI)
+                .append(import.FMediaList.GetItem(0))
+                .append(import.FMediaList.GetItem(1));
+        } else if (rule.FKind == nkSGMLComment)
+            seen.append("|").append(static_cast<TSGMLComment&>(rule).FText);
+        else if (rule.FKind == nkRuleSet) {
+            for (TSelector& selector : static_cast<TRuleSet&>(rule).FSelectors)
+                seen += "|" + Print(&selector);
+            for (TDeclaration& declaration : static_cast<TRuleSet&>(rule).FDecls) {
+                seen.append("|").append(declaration.FProperty).append(Print(declaration.FExpr));
+                if (declaration.FPriority == cpImportant) seen += "!";
+            }
+        }
+    }
+    EXPECT_EQ(seen,
+              "'i'printtv|xy|(a.b#c>(d[(e|=f)]:g ( )))|(* ( ))"
+              "|color((1px-) (((( ) ((2 ) )) )/(fff,('x' ))))!|width(auto )")
+        << "terms with a sign or a call are nodes of their own";
+}
+
+// Depth costs neither stack nor more than linear time, and any prefix is a sheet.
+TEST(Parser, DeepAndLong) {
+    TSheetParser parser;
+    auto repeat = [](std::string_view text, int count) {
+        std::string result;
+        for (int i = 0; i < count; ++i) result += text;
+        return result;
+    };
+    constexpr int Depth = 100'000;
+    EXPECT_EQ(parser.Answer(repeat("a { ", Depth) + "width: ^"), "kpExpr width");
+    EXPECT_EQ(parser.Answer("a { width: " + repeat("b(", Depth) + "^"), "kpExpr width");
+    EXPECT_EQ(parser.Answer("a { color: " + repeat("b(", Depth) + repeat(")", Depth) + "; width: ^"),
+              "kpExpr width");
+    EXPECT_EQ(parser.Answer("a { color: " + repeat("(", Depth) + "; width: ^"), "kpExpr width");
+    EXPECT_EQ(parser.Answer(repeat("a[", Depth) + "^"), "kpRule");
+    std::string media = "@media ";
+    for (int i = 0; i < Depth; ++i) media += "m" + std::to_string(i) + ",";
+    EXPECT_EQ(parser.Answer(media + "x { a { width: ^"), "kpExpr width");
+}
+
+TEST(Parser, EveryPrefix) {
+    TSheetParser parser;
+    std::string all;
+    for (const TCase& c : Positions) all.append(c.FText).append("\n} ");
+    for (std::string_view mistake : Mistakes) all.append("a { ").append(mistake).append(" }\n");
+    for (size_t length = 0; length <= all.size(); ++length) {
+        parser.ParseSheet(std::string_view(all).substr(0, length));
+        parser.Answer(all.substr(0, length) + "^" + all.substr(length));
+    }
+}
+
+}  // namespace
+}  // namespace caretwell
