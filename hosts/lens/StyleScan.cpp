@@ -16,7 +16,8 @@ constexpr std::string_view Grouping[] = {"container", "document", "font-feature-
 // Bytes at which the scan must look closer; it runs over all others.
 constexpr auto Stops = [] {
     std::array<bool, 256> stops{};
-    for (unsigned char c : {'"', '\'', '\\', '/', '{', '}', ';', '(', '<', '>'}) stops[c] = true;
+    for (char c : {'"', '\'', '\\', '/', '{', '}', ';', '(', '<', '>'})
+        stops[static_cast<unsigned char>(c)] = true;
     return stops;
 }();
 

@@ -50,6 +50,7 @@ public:
         const bool known = own || plain;
         const bool holds = !offered.empty() && (!known || offered == ListOf(own) || offered == ListOf(plain));
         if (!holds && IsPart(offered, ListOf(own))) ++FParts[name];
+        else if (!holds && !known) ++FUnknown[name];
         else if (!holds) ++FLost["behind " + name + ":"];
         else if (known) ++FValues;
         else ++FStandIns[name];
@@ -67,11 +68,12 @@ public:
         std::cout << title << ": " << FCount << " declarations; values " << share(FValues + standIns)
                   << ", names " << share(FNames) << '\n';
         PrintNames(FLost, "nothing ", "");
+        PrintNames(FUnknown, "nothing behind ", ": no property has that name");
         PrintNames(FParts, "behind ", ": a part of its list");
         PrintNames(FStandIns, "behind ", ": another property's list");
     }
 
-    /// Lists in part do not count as held, and do not fail the check.
+    /// Lists in part and unknown names do not count as held, and do not fail the check.
     bool Held() const { return FLost.empty(); }
 
 private:
@@ -118,7 +120,7 @@ private:
     std::string FSheet;
     TStyleSheetParser FParser;
     size_t FCount = 0, FNames = 0, FValues = 0;
-    TNames FLost, FParts, FStandIns;
+    TNames FLost, FUnknown, FParts, FStandIns;
 };
 
 }  // namespace
