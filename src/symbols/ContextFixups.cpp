@@ -128,6 +128,8 @@ void TMLSymbolManager::InsertFixupElements(INibMLTag* tag, INibMLTag* parent) {
     InsertOptionalElements(FFixups, *this, *tag, parent);
     InsertXSLElements(FFixups, *this, *tag);
     RemoveAlreadyExistingAttrs(FFixups, *this, *tag);
+    // What was added comes into view.
+    tag->SetFilter({});
 }
 
 void TMLSymbolManager::RemoveFixupElements(INibMLTag* tag) {

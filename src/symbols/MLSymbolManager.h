@@ -179,6 +179,7 @@ private:
     void LoadOutputLanguage();
     void LoadServerControls();
     void ReportMissingSchema(std::string_view format, const std::string& value);
+    void ShowAllChildren();
     void ParseAgain();
 
     std::vector<TRef<INibMLTag>> FTagList;

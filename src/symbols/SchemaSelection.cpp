@@ -64,12 +64,19 @@ void TMLSymbolManager::SetSchemaFile(const std::string& name) {
     // The parse ends in here again; with an output language that cannot be found it
     // would load the same schema for ever.
     FIsReloading = true;
+    ShowAllChildren();
     ParseAgain();
     FIsReloading = false;
+}
+
+// Before the parse, so that its fix-ups see whole lists: the first list of a schema is
+// the same as all later ones.
+void TMLSymbolManager::ShowAllChildren() {
     for (auto& tag : FTagList) {
         tag->SetShowAttributes(false);
         tag->AlphaSort();
     }
+    FFixups.ResetAll();
 }
 
 void TMLSymbolManager::LoadSchema(const std::string& extension) {
