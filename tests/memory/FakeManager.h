@@ -76,7 +76,8 @@ public:
         auto services = GetService<INibCodeInsightServices>();
         auto list = services->CurrentList();
         auto view = services->CurrentEditView();
-        if (accepted && list && list->SelectedIndex() >= 0)
+        // What ends a tag takes the selection with it, accepted or not.
+        if ((accepted || FKey == '>') && list && list->SelectedIndex() >= 0)
             services->InsertText(list->SelectedText() + FCloser, true);
         if (FRecorded.find(FKey) != FRecorded.npos && FKey)
             services->InsertText(std::u16string(1, FKey), false);

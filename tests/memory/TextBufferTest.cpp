@@ -61,6 +61,8 @@ TEST(TextBuffer, RandomChangesAgainstAString) {
                                        "\xE2\x82\xAC",
                                        "\xF0\x9F\x98\x80",
                                        "\xFF",
+                                       "\xC0\x80",
+                                       "\xED\xA0\x80",
                                        "\xC3",
                                        "\x80",
                                        "\t",
@@ -118,6 +120,37 @@ TEST(TextBuffer, Edges) {
     text.SetReadOnly(true);
     EXPECT_FALSE(text.Replace(0, 1, ""));
     EXPECT_EQ(text.Size(), 9);
+}
+
+TEST(TextBuffer, Steps) {
+    TTextBuffer buffer("");
+    buffer.Replace(0, 0, "a");
+    buffer.Replace(1, 0, "b");  // without a step each change is one of its own
+    EXPECT_EQ(buffer.Undo(), 1);
+    EXPECT_EQ(buffer.Text(), "a");
+    buffer.Replace(1, 0, "c");
+    EXPECT_FALSE(buffer.Redo());  // what was taken back is gone with the next change
+    EXPECT_EQ(buffer.Text(), "ac");
+    {
+        TUndoStep outer(buffer);
+        buffer.Replace(2, 0, "d");
+        TUndoStep inner(buffer);
+        buffer.Replace(0, 1, "");
+    }
+    EXPECT_EQ(buffer.Text(), "cd");
+    EXPECT_EQ(buffer.Undo(), 2);
+    EXPECT_EQ(buffer.Text(), "ac");
+    EXPECT_EQ(buffer.Redo(), 0);
+    EXPECT_EQ(buffer.Text(), "cd");
+}
+
+// A line that the index has marked ceases to begin where it did.
+TEST(TextBuffer, BreaksJoinAtALine) {
+    TTextBuffer buffer(std::string(5000, 'x') + "\r" + std::string(5000, 'y'));
+    EXPECT_EQ(buffer.LineStartAt(buffer.Size()), 5001);
+    buffer.Replace(5001, 0, "\n");
+    EXPECT_EQ(buffer.LineStartAt(buffer.Size()), 5002);
+    EXPECT_EQ(buffer.LineAt(buffer.Size()), 2);
 }
 
 TEST(TextBuffer, MarksStayAtTheirText) {
