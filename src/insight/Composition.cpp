@@ -18,6 +18,14 @@ std::u16string TakeBehind(INibEditView& view, const TCharSet& chars) {
     return view.Position()->TakeText(chars, 0);
 }
 
+/// What is typed of a tag before the caret, from its "<" on where there is one: text
+/// that stands directly before the tag is none of it.
+std::u16string TakeTagRun(INibEditView& view) {
+    std::u16string token = TakeBefore(view, charsets::TagRun);
+    size_t less = token.rfind(u'<');
+    return less == std::u16string::npos ? token : token.substr(less);
+}
+
 int32_t Utf8Length(std::u16string_view text) { return static_cast<int32_t>(ToUtf8(text).size()); }
 
 bool IsClosingForm(std::u16string_view token) { return token.size() >= 2 && token[1] == u'/'; }
@@ -84,12 +92,12 @@ TChoiceEdit TMLKibitzManager::ComposeTypedKey(const TChoice& choice) {
     auto tag = FSymbols.GetCurrentTag();
     bool takesElement = choice.Key == u'>' && tag && !tag->GetShowAttributes() && choice.Index >= 0;
     if (!takesElement) return InsertAtCaret(*choice.View, key, {});
-    std::u16string token = TakeBefore(*choice.View, charsets::TagRun);
-    size_t less = token.find(u'<');
+    std::u16string token = TakeTagRun(*choice.View);
     std::u16string text = choice.Selected;
     if (IsClosingForm(token)) text.insert(0, u"/");
-    if (less == std::u16string::npos) text.insert(0, OpeningText(choice.Selected));
-    size_t behind = less == std::u16string::npos ? token.size() : token.size() - less - 1;
+    bool hasOpening = token.starts_with(u'<');
+    if (!hasOpening) text.insert(0, OpeningText(choice.Selected));
+    size_t behind = token.size() - hasOpening;
     return InsertAtCaret(*choice.View, text + key, LastCharacters(token, behind));
 }
 
@@ -127,9 +135,8 @@ TChoiceEdit TMLKibitzManager::ComposeAttribute(const TChoice& choice) {
 TChoiceEdit TMLKibitzManager::ComposeElement(const TChoice& choice) {
     auto item = FSymbols.GetMLTag(choice.Index);
     if (item && Supports<INibMLClosingTag>(item)) return InsertAtCaret(*choice.View, choice.Selected, {});
-    std::u16string token = TakeBefore(*choice.View, charsets::TagRun);
-    size_t less = token.rfind(u'<');
-    token = less == std::u16string::npos ? std::u16string() : token.substr(less);
+    std::u16string token = TakeTagRun(*choice.View);
+    if (!token.starts_with(u'<')) token.clear();
     bool closing = IsClosingForm(token);
     std::u16string text = choice.Selected;
     if (token.empty()) text.insert(0, OpeningText(choice.Selected));
