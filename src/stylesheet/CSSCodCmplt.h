@@ -123,7 +123,7 @@ private:
 };
 
 /// The manager of the process, made at the first call.
-TRef<INibCodeInsightManager> CSSLanguageManager();
+CARETWELL_API TRef<INibCodeInsightManager> CSSLanguageManager();
 /// The same, for hosts that ask for more than the interfaces give. Not owned.
 TCSSKibitzManager& CSSKibitzManager();
 /// The end of the unit: drops the manager. The host's registry must have let go of it.

@@ -3,11 +3,6 @@
 #include <algorithm>
 
 namespace caretwell {
-namespace {
-
-constexpr size_t PieceSize = 64 * 1024;
-
-}  // namespace
 
 // A piece begins aligned for anything that new gives memory for.
 void* TNodePool::TakeFromNext(size_t size) {

@@ -37,10 +37,15 @@ public:
         return {copy, text.size()};
     }
 
+    /// Bytes taken, in whole pieces.
+    size_t GetSize() const { return FNextPiece * PieceSize; }
+
     /// Destroys what was made. Memory stays for the next tree, as much as this one took.
     void Clear();
 
 private:
+    static constexpr size_t PieceSize = 64 * 1024;
+
     struct TPiece {
         std::unique_ptr<std::byte[]> Bytes;
         size_t Size;

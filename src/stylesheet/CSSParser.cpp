@@ -15,18 +15,19 @@ void TStyleSheetParser::SetBufferAndPoint(TRef<IMLBufferProducer> producer, int3
 }
 
 TStyleSheet* TStyleSheetParser::Parse() {
-    FKibitzNode = nullptr;
+    FSheet = TStyleSheet();
+    FKibitzNode = &FSheet;
     FPool.Clear();
     FKibitzPos = kpNone;
     FSymbolTable.ResetKibitz();
     FIsHeld = FIsInMedia = false;
     FFunctionDepth = 0;
-    TStyleSheet* sheet = ParseStyleSheet();
+    ParseStyleSheet();
     FScanner.ReleaseBuffer();
     if (FKibitzPos == kpExpr || FKibitzPos == kpProperty)
         if (const TDeclaration* declaration = GetLastDeclaration())
             FSymbolTable.SetKibitzProperty(FSymbolTable.LookupProperty(declaration->FProperty));
-    return sheet;
+    return &FSheet;
 }
 
 // The newest declaration of the chain is the one that the caret stands in, also when a

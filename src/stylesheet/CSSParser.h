@@ -52,7 +52,8 @@ public:
     /// The text for the next Parse and the byte offset of the caret in it.
     void SetBufferAndPoint(TRef<IMLBufferProducer> producer, int32_t caret);
     /// Sets FKibitzPos and the table's current property. Any text will do. The tree lives
-    /// until the next parse; the producer is let go.
+    /// until the next parse, but of a long sheet only its last rules (see ForgetLongTree);
+    /// the producer is let go.
     TStyleSheet* Parse();
 
     /// Newest node of the last parse; the chain of all goes on through FNext.
@@ -99,9 +100,10 @@ private:
     T* NewNode();
 
     // The sheet and its at-rules.
-    TStyleSheet* ParseStyleSheet();
-    bool ParseTopRule(TStyleSheet& sheet);
-    void EndStatement(TStyleSheet& sheet);
+    void ParseStyleSheet();
+    bool ParseTopRule();
+    void EndStatement();
+    void ForgetLongTree();
     TSGMLComment* ParseSGMLComment();
     TImport* ParseImport();
     TMedia* ParseMedia();
@@ -140,6 +142,7 @@ private:
     TNodeOp* ParseFunction();
     void SkipArguments();
 
+    TStyleSheet FSheet;
     TNodePool FPool;
     TStyleSheetToken FToken = toEOF;
     TStyleSheetToken FHeldToken = toEOF;  // comes next, if FIsHeld

@@ -4,6 +4,8 @@
 namespace caretwell {
 namespace {
 
+constexpr size_t LongestTree = 256 * 1024;  // stays in the cache of the processor
+
 bool BeginsSelector(TStyleSheetToken token) {
     return token == toIdent || token == toHash || token == '.' || token == ':' || token == '[';
 }
@@ -16,45 +18,58 @@ void AddMedium(TCSSStringList& list, std::string_view medium) {
 
 // ---------------------------------------------------------------------- sheet
 
-TStyleSheet* TStyleSheetParser::ParseStyleSheet() {
-    auto* sheet = NewNode<TStyleSheet>();
+void TStyleSheetParser::ParseStyleSheet() {
     GetToken();
     if (TakeToken(toCharset)) {
-        if (NoteCaret(kpExpr)) return sheet;
-        sheet->FCharset = KeepText();
+        if (NoteCaret(kpExpr)) return;
+        FSheet.FCharset = KeepText();
         Expect(toString, scBlock);
-        if (NoteCaret(kpExpr)) return sheet;
-        EndStatement(*sheet);
-    } else if (NoteCaret(kpExpr)) return sheet;
-    sheet->AddRule(ParseSGMLComment());
+        if (NoteCaret(kpExpr)) return;
+        EndStatement();
+    } else if (NoteCaret(kpExpr)) return;
+    FSheet.AddRule(ParseSGMLComment());
     while (FToken == toImport) {
-        sheet->AddRule(ParseImport());
-        EndStatement(*sheet);
-        sheet->AddRule(ParseSGMLComment());
+        FSheet.AddRule(ParseImport());
+        EndStatement();
+        FSheet.AddRule(ParseSGMLComment());
     }
-    bool isRule = true;
-    while (isRule) {
-        isRule = ParseTopRule(*sheet);
-        sheet->AddRule(ParseSGMLComment());
+    for (bool isRule = true; isRule;) {
+        ForgetLongTree();
+        isRule = ParseTopRule();
+        FSheet.AddRule(ParseSGMLComment());
     }
-    return sheet;
 }
 
 /// False at a token that begins no rule: whatever lies behind is not read.
-bool TStyleSheetParser::ParseTopRule(TStyleSheet& sheet) {
-    if (BeginsSelector(FToken) || FToken == '*') sheet.AddRule(ParseRuleSet());
-    else if (FToken == toPage) sheet.AddRule(ParsePage());
-    else if (FToken == toMedia) sheet.AddRule(ParseMedia());
-    else if (FToken == toFontFace) sheet.AddRule(ParseFontFace());
+bool TStyleSheetParser::ParseTopRule() {
+    if (BeginsSelector(FToken) || FToken == '*') FSheet.AddRule(ParseRuleSet());
+    else if (FToken == toPage) FSheet.AddRule(ParsePage());
+    else if (FToken == toMedia) FSheet.AddRule(ParseMedia());
+    else if (FToken == toFontFace) FSheet.AddRule(ParseFontFace());
     else return false;
     return true;
 }
 
 /// Steps over the ";" of a statement. Where an error stands before it, that is the ";"
 /// at which recovery stops, or the block of a rule whose head stands in its place.
-void TStyleSheetParser::EndStatement(TStyleSheet& sheet) {
+void TStyleSheetParser::EndStatement() {
     if (NoteCaret(kpExpr) || Expect(';', scBlock) || TakeToken(';')) return;
-    if (FToken == '{') sheet.AddRule(ParseRuleSet());
+    if (FToken == '{') FSheet.AddRule(ParseRuleSet());
+}
+
+// Of a sheet of a megabyte the tree would take ten, and filling them more time than the
+// scan. Of finished rules only the newest declaration is ever read, so between two rules
+// a tree that has grown large begins anew with just that.
+void TStyleSheetParser::ForgetLongTree() {
+    if (FToken == toCaret || FPool.GetSize() <= LongestTree) return;
+    const TDeclaration* last = GetLastDeclaration();
+    std::string property(last ? last->FProperty : std::string_view());
+    std::string charset(FSheet.FCharset);
+    FPool.Clear();
+    FSheet = TStyleSheet();
+    FSheet.FCharset = FPool.Keep(charset);
+    FKibitzNode = &FSheet;
+    if (last) NewNode<TDeclaration>()->FProperty = FPool.Keep(property);
 }
 
 TSGMLComment* TStyleSheetParser::ParseSGMLComment() {

@@ -38,6 +38,15 @@ constexpr bool IsOf(uint8_t c, uint8_t classes) { return ByteClasses[c] & classe
 constexpr bool IsEscapable(uint8_t c) { return c >= 32 && c <= 127; }
 constexpr uint8_t Byte(const char* p) { return static_cast<uint8_t>(*p); }
 
+const char* PlainNameEnd(const char* p) {
+    while (IsOf(Byte(p), bcPlainName)) ++p;
+    return p;
+}
+
+std::string_view TextBetween(const char* start, const char* end) {
+    return {start, static_cast<size_t>(end - start)};
+}
+
 }  // namespace
 
 // -------------------------------------------------------------------- blocks
@@ -103,7 +112,7 @@ inline size_t TStyleSheetScanner::TextLength() const {
 }
 
 inline void TStyleSheetScanner::EndText() {
-    std::string_view text(FTextStart, static_cast<size_t>(FCurrent - FTextStart));
+    std::string_view text = TextBetween(FTextStart, FCurrent);
     FTokenStr = FIsCarried ? std::string_view(FCarry.append(text)) : text;
     FTextStart = nullptr;
 }
@@ -135,10 +144,11 @@ void TStyleSheetScanner::SkipLineEnd() {
 
 void TStyleSheetScanner::SkipWhitespace() {
     for (;;) {
-        char c = *FCurrent;
-        if (c == ' ' || c == '\t') ++FCurrent;
-        else if (c == '\n' || c == '\r') SkipLineEnd();
-        else if (c || !FillBuffer()) return;
+        const char* p = FCurrent;
+        while (*p == ' ' || *p == '\t') ++p;
+        FCurrent = p;
+        if (*p == '\n' || *p == '\r') SkipLineEnd();
+        else if (*p || !FillBuffer()) return;
     }
 }
 
@@ -162,7 +172,7 @@ void TStyleSheetScanner::SkipEscape() {
 
 void TStyleSheetScanner::SkipNameRest() {
     for (;;) {
-        while (IsOf(Byte(FCurrent), bcPlainName)) ++FCurrent;
+        FCurrent = PlainNameEnd(FCurrent);
         if (*FCurrent == '\\') SkipEscape();
         else if (*FCurrent || !FillBuffer()) return;
     }
@@ -218,7 +228,7 @@ void TStyleSheetScanner::HandleURI() {
 
 TStyleSheetToken TStyleSheetScanner::GetToken() {
     for (;;) {
-        SkipWhitespace();
+        if (Byte(FCurrent) <= ' ') SkipWhitespace();
         // Before all else, so that a caret at the very end is met and not the end.
         if (FCurrent - FBlock >= FCaretIndex) return FToken = toCaret;
         if (*FCurrent != '/') return FToken = ReadToken();
@@ -253,9 +263,8 @@ TStyleSheetToken TStyleSheetScanner::ReadToken() {
 }
 
 TStyleSheetToken TStyleSheetScanner::ReadChar() {
-    BeginText();
+    FTokenStr = TextBetween(FCurrent, FCurrent + 1);
     uint8_t c = Byte(FCurrent++);
-    EndText();
     // The byte 1 would pass for the caret: it becomes a control character that means
     // as little.
     return c == toCaret ? TStyleSheetToken{2} : c;
@@ -347,6 +356,13 @@ TStyleSheetToken TStyleSheetScanner::ReadUnit() {
 }
 
 TStyleSheetToken TStyleSheetScanner::ReadWord() {
+    // Most words hold no escape and end within the block.
+    const char* end = PlainNameEnd(FCurrent);
+    if (*end && *end != '\\') {
+        FTokenStr = TextBetween(FCurrent, end);
+        FCurrent = end;
+        return JoinParenthesis(toIdent);
+    }
     BeginText();
     SkipName();
     EndText();

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <cstring>
 #include <fstream>
-#include <iterator>
 #include <pugixml.hpp>
 #include <string_view>
 
@@ -45,12 +44,15 @@ bool IsGroup(pugi::xml_node value) { return value.attribute("optional") || value
 
 void TCSSReader::LoadFromFile(const std::string& fileName) {
     if (!GetPlatform().FileExists(fileName)) return;
-    std::ifstream file(fileName, std::ios::binary);
-    if (!file) throw ECSSSchemaError("The file cannot be read", 1);
-    LoadFromText(std::string(std::istreambuf_iterator<char>(file), {}));
+    std::ifstream file(fileName, std::ios::binary | std::ios::ate);
+    std::string text(static_cast<size_t>(std::max<std::streamoff>(file.tellg(), 0)), ' ');
+    file.seekg(0);
+    if (!file.read(text.data(), static_cast<std::streamsize>(text.size())))
+        throw ECSSSchemaError("The file cannot be read", 1);
+    LoadFromText(text);
 }
 
-void TCSSReader::LoadFromText(std::string text) {
+void TCSSReader::LoadFromText(const std::string& text) {
     TDocument(FTable, text).Load();
     Resolve();
 }

@@ -16,6 +16,8 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <unordered_map>
+#include <vector>
 
 #include "stylesheet/CSSSymbols.h"
 
@@ -41,7 +43,7 @@ public:
     /// error is in the table then, and Resolve makes it of use.
     void LoadFromFile(const std::string& fileName);
     /// The same for a text in memory.
-    void LoadFromText(std::string text);
+    void LoadFromText(const std::string& text);
 
     /// Works out the values of what was read since the last call, and makes the editors.
     void Resolve();
@@ -54,11 +56,14 @@ private:
     void TakeNames(TCSSProperty& property, TCSSType& type);
     void TakeEditor(TCSSProperty& property, const TCSSType& type);
     void TakeValues(TCSSProperty& property, TCSSProperty& other);
+    const std::vector<TCSSValue*>& ValuesOf(const TCSSType& type);
     bool Spend(int64_t count);
     void AddEditors();
 
     TCSSSymbolTable& FTable;
     int64_t FSpent = 0;
+    std::unordered_map<const TCSSType*, TDistinctList<TCSSValue>>
+        FTypeValues;  // by name once, for all properties
 };
 
 }  // namespace caretwell

@@ -20,6 +20,7 @@ bool TCSSReader::Spend(int64_t count) {
 }
 
 void TCSSReader::Resolve() {
+    FTypeValues.clear();
     for (const auto& type : FTable.FTypes) ResolveType(*type);
     // By index: a property that is resolved makes values, never properties.
     for (const auto& property : FTable.FProperties) ResolveProp(*property);
@@ -94,11 +95,17 @@ void TCSSReader::ResolveProp(TCSSProperty& first) {
 void TCSSReader::TakeNames(TCSSProperty& property, TCSSType& type) {
     property.FHasFonts = property.FHasFonts || type.FHasFonts;
     if (!Spend(type.FValues.FCount)) return;
-    for (int32_t i = 0; i < type.FValues.FCount; ++i) {
-        TCSSValue* value = FTable.NewValue(type.FValues.GetItem(i));
-        value->FKind = cssVkName;
-        property.AddValue(value);
-    }
+    const std::vector<TCSSValue*>& values = ValuesOf(type);
+    for (TCSSValue* value : values) value->FKind = cssVkName;
+    property.AddValues(values);
+}
+
+// All references have been followed when the first property asks.
+const std::vector<TCSSValue*>& TCSSReader::ValuesOf(const TCSSType& type) {
+    auto [entry, isNew] = FTypeValues.try_emplace(&type);
+    for (int32_t i = 0; isNew && i < type.FValues.FCount; ++i)
+        entry->second.Add(FTable.NewValue(type.FValues.GetItem(i)));
+    return entry->second.Items();
 }
 
 void TCSSReader::TakeEditor(TCSSProperty& property, const TCSSType& type) {
@@ -110,7 +117,7 @@ void TCSSReader::TakeEditor(TCSSProperty& property, const TCSSType& type) {
 void TCSSReader::TakeValues(TCSSProperty& property, TCSSProperty& other) {
     property.FHasFonts = property.FHasFonts || other.FHasFonts;
     if (&property == &other || !Spend(static_cast<int64_t>(other.FValues.size()))) return;
-    for (TCSSValue* value : other.FValues) property.AddValue(value);
+    property.AddValues(other.FValues.Items());
 }
 
 void TCSSReader::AddEditors() {

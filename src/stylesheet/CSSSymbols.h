@@ -8,6 +8,7 @@
 // live as long as it does; references to them are plain pointers.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -62,26 +63,38 @@ struct TCSSValue : TCSSSymbol {
 template <class T>
 class TDistinctList {
 public:
-    /// False if the very same object is there.
-    bool Add(T* item) {
+    /// Does nothing if the very same object is there.
+    void Add(T* item) {
         if (FItems.size() < LongestUnindexed) {
-            for (T* present : FItems)
-                if (present == item) return false;
-        } else {
-            if (FIndex.empty()) FIndex.insert(FItems.begin(), FItems.end());
-            if (!FIndex.insert(item).second) return false;
+            if (!IsAmong(item, FItems.size())) FItems.push_back(item);
+            return;
         }
-        FItems.push_back(item);
-        return true;
+        if (FIndex.empty()) FIndex.insert(FItems.begin(), FItems.end());
+        if (FIndex.insert(item).second) FItems.push_back(item);
+    }
+    /// Objects of which none stands there twice: they need no comparison with each other.
+    void AddAll(const std::vector<T*>& distinct) {
+        size_t before = FItems.size();
+        bool isLong = before + distinct.size() > LongestUnindexed;
+        for (T* item : distinct) {
+            if (isLong) Add(item);
+            else if (!IsAmong(item, before)) FItems.push_back(item);
+        }
     }
     size_t size() const { return FItems.size(); }
     T* operator[](size_t index) const { return FItems[index]; }
     auto begin() const { return FItems.begin(); }
     auto end() const { return FItems.end(); }
     std::vector<T*>& Items() { return FItems; }
+    const std::vector<T*>& Items() const { return FItems; }
 
 private:
     static constexpr size_t LongestUnindexed = 512;
+    bool IsAmong(const T* item, size_t count) const {
+        return std::find(FItems.begin(), FItems.begin() + static_cast<std::ptrdiff_t>(count), item) !=
+               FItems.begin() + static_cast<std::ptrdiff_t>(count);
+    }
+
     std::vector<T*> FItems;
     std::unordered_set<T*> FIndex;
 };
@@ -114,6 +127,8 @@ class TCSSProperty : public TCSSSymbol {
 public:
     explicit TCSSProperty(TCSSSymbolTable& table) : FTable(&table) {}
     void AddValue(TCSSValue* value) { FValues.Add(value); }
+    /// Values of which none is there twice.
+    void AddValues(const std::vector<TCSSValue*>& values) { FValues.AddAll(values); }
     void AddType(TCSSType* type) { FTypes.Add(type); }
     const TDistinctList<TCSSValue>& GetValueList();
     int32_t GetValueCount() { return static_cast<int32_t>(GetValueList().size()); }
