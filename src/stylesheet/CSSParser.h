@@ -62,17 +62,8 @@ public:
     const TDeclaration* GetLastDeclaration() const;
     const TStyleSheetScanner& GetScanner() const { return FScanner; }
 
-private:
-    TStyleSheetScanner FScanner;
-
-public:
     TOnParseErrorEvent FOnParseError;  ///< may be empty: syntax errors are silent then
-
-private:
-    TCSSNode* FKibitzNode = nullptr;
-
-public:
-    TKibitzPos FKibitzPos = kpNone;
+    TKibitzPos FKibitzPos = kpNone;    ///< the answer of the last parse
     TCSSSymbolTable FSymbolTable;
 
 private:
@@ -142,7 +133,9 @@ private:
     TNodeOp* ParseFunction();
     void SkipArguments();
 
+    TStyleSheetScanner FScanner;
     TStyleSheet FSheet;
+    TCSSNode* FKibitzNode = nullptr;
     TNodePool FPool;
     TStyleSheetToken FToken = toEOF;
     TStyleSheetToken FHeldToken = toEOF;  // comes next, if FIsHeld

@@ -123,6 +123,36 @@ TEST(Parser, MistakesStayInTheirDeclaration) {
     }
 }
 
+// Mistakes nobody thought of: words in any order, with their braces in pairs.
+TEST(Parser, AnyMistakeStaysInItsRule) {
+    constexpr const char* Words[] = {
+        "a",          "color",  ":",     ";",       "!", ",",    "(",       ")",    "[",
+        "]",          "#",      "@",     "-",       "+", "~=",   "|=",      "=",    "1px",
+        ".5",         "5%",     "$",     "rgb(",    "&", "_",    "url(q)",  "\\41", "\\}",
+        "!important", "@media", "@page", "@import", ">", "<!--", "-->",     "{ ",   " }",
+        "#f",         "@x",     "|",     ".",       "%", "U+1",  "\xC3\xA9"};
+    TSheetParser parser;
+    uint32_t random = 1;
+    auto next = [&random](uint32_t bound) {
+        return (random = random * 1664525 + 1013904223) / 65536 % bound;
+    };
+    for (int round = 0; round < 20'000; ++round) {
+        std::string body;
+        int depth = 0;
+        for (uint32_t count = 1 + next(8); count > 0; --count) {
+            std::string word = Words[next(std::size(Words))];
+            if (word == " }" && depth == 0) continue;
+            depth += word == "{ " ? 1 : word == " }" ? -1 : 0;
+            body += word + (next(2) ? " " : "");
+        }
+        while (depth-- > 0) body += " }";
+        std::string rule = (round % 2 ? "@media print { a { " : "a { ") + body + " } ";
+        EXPECT_EQ(parser.Answer(rule + "b^"), "kpRule") << rule;
+        EXPECT_EQ(parser.Answer(rule + "b { margin: 0 } c { width: ^"), "kpExpr width") << rule;
+        EXPECT_EQ(parser.Answer("a { " + body + "; width: ^"), "kpExpr width") << body;
+    }
+}
+
 constexpr TCase Recovery[] = {
     // Heads of rules.
     {"a $ b { width: ^", "kpExpr width"},
@@ -254,6 +284,10 @@ TEST(Parser, DeepAndLong) {
               "kpExpr width");
     EXPECT_EQ(parser.Answer("a { color: " + repeat("(", Depth) + "; width: ^"), "kpExpr width");
     EXPECT_EQ(parser.Answer(repeat("a[", Depth) + "^"), "kpRule");
+    // The tree of a long sheet is not kept whole, but its newest declaration is.
+    EXPECT_EQ(parser.Answer("@charset 'u'; " + repeat("a { margin: 0 } ", Depth) + "@media print { ^"),
+              "kpExpr margin");
+    EXPECT_EQ(parser.ParseSheet("@charset 'u'; " + repeat("a { margin: 0 } ", Depth))->FCharset, "'u'");
     std::string media = "@media ";
     for (int i = 0; i < Depth; ++i) media += "m" + std::to_string(i) + ",";
     EXPECT_EQ(parser.Answer(media + "x { a { width: ^"), "kpExpr width");

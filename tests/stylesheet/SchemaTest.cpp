@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "Sheets.h"
+#include "host/Platform.h"
 
 namespace caretwell {
 namespace {
@@ -126,6 +127,42 @@ TEST(Schema, LongChains) {
     TCSSSymbolTable table(nullptr);
     TCSSReader(table).LoadFromText(text);
     EXPECT_EQ(table.FPropertyCount, Length + 1);
+}
+
+class TFontPlatform final : public IPlatform {
+public:
+    TFontPlatform() { SetPlatform(this); }
+    ~TFontPlatform() override { SetPlatform(nullptr); }
+    bool IsMainThread() override { return true; }
+    bool IsCtrlDown() override { return false; }
+    std::string ExecutablePath() override { return {}; }
+    std::string SchemaFolder() override { return "/"; }
+    bool FileExists(const std::string&) override { return false; }
+    std::vector<std::string> ListFolder(const std::string&) override { return {}; }
+    std::vector<std::string> FontFamilies() override {
+        return ++FAsked, std::vector<std::string>{"Arial", "serif"};
+    }
+    ISettingsStore* Settings() override { return nullptr; }
+    IFormHost* Forms() override { return nullptr; }
+    int FAsked = 0;
+};
+
+// Asking the machine takes long, so it is asked when a list needs it, and once.
+TEST(Schema, FontsComeWithTheFirstListThatHasThem) {
+    TFontPlatform platform;
+    TCSSSymbolTable table(nullptr);
+    TCSSReader(table).LoadFromText(
+        "<css><type name='face'><value name='serif'/><value type='font'/></type>"
+        "<type name='outer'><value ref='face'/></type>"
+        "<property name='copy'><value type='font-face'/><value name='z'/></property>"
+        "<property name='font-face'><value type='outer'/><value name='b'/></property>"
+        "<property name='other'><value name='b'/></property></css>");
+    EXPECT_EQ(Values(table, "other"), "b");
+    EXPECT_EQ(platform.FAsked, 0);
+    EXPECT_EQ(Values(table, "font-face"), "Arial b serif");
+    EXPECT_EQ(Values(table, "copy"), "Arial b serif z");
+    EXPECT_EQ(table.LookupType("outer")->GetValueCount(), 2);
+    EXPECT_EQ(platform.FAsked, 1);
 }
 
 TEST(Schema, Units) {
