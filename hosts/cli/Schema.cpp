@@ -42,9 +42,18 @@ bool IsForServerPages(const TSchemaPath& path) {
            path.Name.ends_with("_directives.xsd") || path.Name == "resxschema.xsd";
 }
 
+bool IsFree(const TSchemaPath& path) { return ExtensionOf(path.Name) == ".xsd" && !IsForServerPages(path); }
+
+// A free document's schema may lie deeper in the folder that the call gives, and its
+// includes anywhere in that folder.
+TSchemaPath InFolder(const TSchemaPath& path, std::string folder) {
+    if (!folder.empty() && !folder.ends_with('/')) folder += '/';
+    bool isInside = !folder.empty() && path.Folder.starts_with(folder);
+    return isInside && IsFree(path) ? TSchemaPath{folder, path.Folder.substr(folder.size()) + path.Name} : path;
+}
+
 TSample MakeSample(const TSchemaPath& path) {
-    bool isFree = ExtensionOf(path.Name) == ".xsd" && !IsForServerPages(path);
-    if (isFree) return {" ", std::string("sample") + SampleExtension};
+    if (IsFree(path)) return {" ", std::string("sample") + SampleExtension};
     char quote = path.Name.find('"') == std::string::npos ? '"' : '\'';
     return {std::string("<!DOCTYPE sample SYSTEM ") + quote + "./" + path.Name + quote + ">", "sample.html"};
 }
@@ -81,7 +90,8 @@ TExitStatus RunSchema(const TArguments& arguments) {
     if (std::string problem = WhyUnreadable(file); !problem.empty()) throw TFailure(esUnreadable, problem);
     std::string extension = ExtensionOf(file);
     if (extension == ".xml") return ReportStyle(arguments, file);
-    if (extension == ".dtd" || extension == ".xsd") return ReportMarkup(arguments, SplitPath(file));
+    if (extension == ".dtd" || extension == ".xsd")
+        return ReportMarkup(arguments, InFolder(SplitPath(file), arguments.Schemas));
     throw TFailure(esWords, file + ": a .dtd, an .xsd or a css.xml is wanted");
 }
 
