@@ -42,7 +42,7 @@ TXMLType TXSDPlan::GetTypeDef(const TXMLDeclaration& declaration) const {
 
 void TXSDPlan::MakeTags(TMLSymbolManager& manager, THTMLTag& root,
                         const std::vector<std::u16string>* parents) {
-    std::vector<TRef<INibMLTag>> tags;
+    std::vector<TRef<THTMLTag>> tags;
     tags.reserve(Tags.size());
     // The plan knows which names it repeats; only a table with tags in it has to be asked.
     bool isAlone = manager.GetTagList().empty();
@@ -61,10 +61,13 @@ void TXSDPlan::MakeTags(TMLSymbolManager& manager, THTMLTag& root,
         for (const std::u16string& name : *parents)
             if (auto parent = manager.GetTagFromHashList(name)) parent->AddTag(tag);
     }
+    // Adding does not move a range; whoever looks at the table without a list sees it all.
+    for (const auto& tag : tags) tag->ResetRange();
+    root.ResetRange();
 }
 
-TRef<INibMLTag> TXSDPlan::MakeTag(TMLSymbolManager& manager, const TXSDPlannedTag& planned) {
-    auto tag = MakeRef<TXMLElement>(planned.Name, &manager, -1);
+TRef<THTMLTag> TXSDPlan::MakeTag(TMLSymbolManager& manager, const TXSDPlannedTag& planned) {
+    TRef<THTMLTag> tag = MakeRef<TXMLElement>(planned.Name, &manager, -1);
     if (planned.Type.IsComplex() && !planned.Type.IsBuiltIn()) {
         tag->SetAttributeFiller([plan = shared_from_this(), &manager, type = planned.Type](THTMLTag& owner) {
             plan->FillAttributes(manager, owner, type);
@@ -74,7 +77,7 @@ TRef<INibMLTag> TXSDPlan::MakeTag(TMLSymbolManager& manager, const TXSDPlannedTa
 }
 
 // Of two tags of one name the table holds the first; the other is a child all the same.
-void TXSDPlan::Register(TMLSymbolManager& manager, const TRef<INibMLTag>& tag) {
+void TXSDPlan::Register(TMLSymbolManager& manager, const TRef<THTMLTag>& tag) {
     manager.RegisterTag(tag);
     if (!(manager.GetTagFromHashList(tag->GetName()) == tag.Get())) manager.KeepTag(tag);
 }

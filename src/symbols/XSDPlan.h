@@ -48,8 +48,8 @@ struct TXSDPlan : std::enable_shared_from_this<TXSDPlan> {
     };
 
 private:
-    TRef<INibMLTag> MakeTag(TMLSymbolManager& manager, const TXSDPlannedTag& planned);
-    static void Register(TMLSymbolManager& manager, const TRef<INibMLTag>& tag);
+    TRef<THTMLTag> MakeTag(TMLSymbolManager& manager, const TXSDPlannedTag& planned);
+    static void Register(TMLSymbolManager& manager, const TRef<THTMLTag>& tag);
     void FillAttributes(TMLSymbolManager& manager, THTMLTag& tag, const TXMLType& type);
     void AddAttributeDef(TMLSymbolManager& manager, THTMLTag& tag, const TXMLDeclaration& definition);
 };
