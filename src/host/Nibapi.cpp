@@ -1,5 +1,9 @@
-// The two roots by which the engine reaches its host.
+// The two roots by which the engine reaches its host, and the calls by which the host
+// reaches the engine.
 #include "host/Nibapi.h"
+
+#include "host/EngineCall.h"
+#include "host/Platform.h"
 
 namespace caretwell {
 namespace {
@@ -9,11 +13,25 @@ TRef<IRefCounted>& Services() {
     return services;
 }
 INibKibitzRegistry* Registry = nullptr;
+int CallsUnderWay = 0;  // of the main thread; no other one counts
 
 }  // namespace
 
 IRefCounted* TarnwellIDEServices() { return Services().Get(); }
 void SetTarnwellIDEServices(TRef<IRefCounted> services) { Services() = std::move(services); }
+
+TEngineCall::TEngineCall() noexcept : FIsAllowed(false) {
+    try {
+        FIsAllowed = GetPlatform().IsMainThread();
+    } catch (...) {
+        // A host that cannot tell its threads apart gets no answer.
+    }
+    if (FIsAllowed) ++CallsUnderWay;
+}
+TEngineCall::~TEngineCall() {
+    if (FIsAllowed) --CallsUnderWay;
+}
+bool TEngineCall::IsUnderWay() { return CallsUnderWay > 0; }
 
 INibKibitzRegistry* GlobalKibitzManager() { return Registry; }
 void SetGlobalKibitzManager(INibKibitzRegistry* registry) { Registry = registry; }

@@ -14,6 +14,8 @@
 #include <utility>
 #include <vector>
 
+#include "host/Export.h"
+
 namespace caretwell {
 
 /// Settings of the host: string values under keys such as "Software\Tarnwell\Code Insight".
@@ -62,6 +64,7 @@ struct TForm {
     }
 };
 
+/// Shows the one form of the engine, by which a length is entered.
 class IFormHost {
 public:
     virtual ~IFormHost() = default;
@@ -70,11 +73,15 @@ public:
     virtual int32_t ShowModal(TForm& form) = 0;
 };
 
+/// The machine, as far as the engine needs it.
 class IPlatform {
 public:
     virtual ~IPlatform() = default;
+    /// True on the thread that the host drives the engine on. Asked at every call, also
+    /// from other threads. The machine's own answers by the first thread of the process.
     virtual bool IsMainThread() = 0;
-    virtual bool IsCtrlDown() = 0;
+    virtual bool
+    IsCtrlDown() = 0;  ///< at this moment; closing tags of the list then lead to their opening tags
     /// Absolute path of the host's executable.
     virtual std::string ExecutablePath() = 0;
     /// The schema folder with its trailing separator.
@@ -88,9 +95,10 @@ public:
     virtual IFormHost* Forms() = 0;          ///< null in a host without forms
 };
 
-IPlatform& GetPlatform();
+/// The platform that was set, otherwise the machine's own.
+CARETWELL_API IPlatform& GetPlatform();
 /// Sets the platform; null goes back to the machine's own. Not owned.
-void SetPlatform(IPlatform* platform);
+CARETWELL_API void SetPlatform(IPlatform* platform);
 
 /// The machine's own platform, with what a host adds to it.
 struct TPlatformOptions {
@@ -98,6 +106,7 @@ struct TPlatformOptions {
     ISettingsStore* Settings = nullptr;  ///< not owned
     IFormHost* Forms = nullptr;          ///< not owned
 };
-std::unique_ptr<IPlatform> MakePlatform(TPlatformOptions options);
+/// A platform for SetPlatform, which the caller owns.
+CARETWELL_API std::unique_ptr<IPlatform> MakePlatform(TPlatformOptions options);
 
 }  // namespace caretwell

@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "host/Export.h"
+
 namespace caretwell {
 
 /// Bucket of a name, 0 to 255. Letters hash alike in either case, since every table
@@ -20,7 +22,7 @@ constexpr uint32_t Hash(std::string_view text) {
     for (char c : text) sum += static_cast<uint8_t>(c | 0x20);
     return sum & 0xFF;
 }
-inline constexpr uint32_t HashBuckets = 256;
+inline constexpr uint32_t HashBuckets = 256;  ///< of every table that is keyed by Hash
 
 /// "a" to "z" as "A" to "Z"; no locale.
 template <class C>
@@ -78,9 +80,9 @@ inline bool StartsWithText(std::string_view text, std::string_view prefix) {
 }
 
 /// UTF-8 to 16-bit units. Broken input gives U+FFFD for each byte that fits nowhere.
-std::u16string ToUtf16(std::string_view utf8);
+CARETWELL_API std::u16string ToUtf16(std::string_view utf8);
 /// 16-bit units to UTF-8. A lone surrogate gives U+FFFD.
-std::string ToUtf8(std::u16string_view text);
+CARETWELL_API std::string ToUtf8(std::u16string_view text);
 /// Characters (code points) of UTF-8 text; every byte that fits nowhere counts as one.
 int32_t CountCharacters(std::string_view utf8);
 /// Characters (code points) of 16-bit text.

@@ -26,6 +26,7 @@ struct IMLBufferProducer : IRefCounted {
     virtual const std::string& GetFilename() const = 0;
 };
 
+/// What producers of a view give beside the text.
 struct IMLBufferProducerInternal : IMLBufferProducer {
     static constexpr TGuid Id = Guid("e6c5ffd2-9355-466a-9bde-1914051626db");
     using Parent = IMLBufferProducer;
@@ -34,9 +35,9 @@ struct IMLBufferProducerInternal : IMLBufferProducer {
 };
 
 /// A block always ends with a zero byte behind it, so a scanner runs until it meets one.
-class TMLBufferProducer final : public TImplements<IMLBufferProducerInternal> {
+class CARETWELL_API TMLBufferProducer final : public TImplements<IMLBufferProducerInternal> {
 public:
-    static constexpr int32_t BlockSize = 16384;
+    static constexpr int32_t BlockSize = 16384;  ///< bytes
 
     /// Reads the text of a view's buffer from offset on.
     TMLBufferProducer(TRef<INibEditView> editView, int32_t offset);

@@ -40,7 +40,7 @@ private:
 };
 
 /// The one service of the process, made on first use.
-TRef<IFileToSchemaMapperService> GetFileToSchemaMapperService();
+CARETWELL_API TRef<IFileToSchemaMapperService> GetFileToSchemaMapperService();
 /// Called at shut-down.
 void ReleaseFileToSchemaMapperService();
 

@@ -16,6 +16,7 @@ namespace caretwell {
 /// Makes an editor; null if the class turns out to be none.
 using TMLEditorClass = std::function<TRef<IRefCounted>()>;
 
+/// Words of a schema, and the editors that they ask for.
 struct INibMLEditorRegistry : IRefCounted {
     static constexpr TGuid Id = Guid("df289f91-482f-4369-87a0-1bb2f643beab");
     using Parent = IRefCounted;
@@ -67,7 +68,7 @@ private:
 };
 
 /// The one registry of the process, made on first use.
-TRef<INibMLEditorRegistry> GetMLEditorRegistry();
+CARETWELL_API TRef<INibMLEditorRegistry> GetMLEditorRegistry();
 /// Called at shut-down.
 void ReleaseMLEditorRegistry();
 
