@@ -97,8 +97,11 @@ std::shared_ptr<TXSDPlan> TXSDLoader::MakePlan(const std::string& fileName) {
     FPlan = std::make_shared<TXSDPlan>();
     FPlan->FileName = fileName;
     TXSDPlan::TMessages messages(*FPlan, FSymbolManager);
-    std::unordered_set<std::string> visited;
-    LoadSchema(FPlan->Library.Load(fileName, GetPlatform().SchemaFolder()), fileName, visited);
+    LoadSchema(FPlan->Library.Load(fileName, GetPlatform().SchemaFolder()), fileName);
+    // An element may stand for one of an included schema, with content of types that the
+    // including one declares, so all types are known before the first element is read.
+    for (const TXMLSchema* schema : FSchemas)
+        for (const TXMLDeclaration& element : schema->GetElements()) AddElementDef(element);
     return FPlan;
 }
 
@@ -112,15 +115,14 @@ std::string TXSDLoader::ResolveLocation(const std::string& base, const std::stri
 }
 
 // As deep as files include each other, and a library reads a limited number of them.
-void TXSDLoader::LoadSchema(const TXMLSchema& schema, const std::string& fileName,
-                            std::unordered_set<std::string>& visited) {
-    if (!visited.insert(fileName).second) return;
+void TXSDLoader::LoadSchema(const TXMLSchema& schema, const std::string& fileName) {
+    if (!FVisited.insert(fileName).second) return;
     for (const TXMLSchemaInclude& include : schema.GetIncludes())
         if (include.Schema && !include.Location.empty())
-            LoadSchema(*include.Schema, ResolveLocation(fileName, include.Location), visited);
+            LoadSchema(*include.Schema, ResolveLocation(fileName, include.Location));
     for (const TXMLType& type : schema.GetComplexTypes()) RegisterType(type);
     for (const TXMLType& type : schema.GetSimpleTypes()) RegisterType(type);
-    for (const TXMLDeclaration& element : schema.GetElements()) AddElementDef(element);
+    FSchemas.push_back(&schema);
 }
 
 void TXSDLoader::RegisterType(const TXMLType& type) {

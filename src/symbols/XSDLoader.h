@@ -42,8 +42,7 @@ private:
 
     std::shared_ptr<TXSDPlan> GetPlan(const std::string& fileName);
     std::shared_ptr<TXSDPlan> MakePlan(const std::string& fileName);
-    void LoadSchema(const TXMLSchema& schema, const std::string& fileName,
-                    std::unordered_set<std::string>& visited);
+    void LoadSchema(const TXMLSchema& schema, const std::string& fileName);
     void RegisterType(const TXMLType& type);
     void AddElementDef(const TXMLDeclaration& element);
     // The tag of an element, NoTag if the element is dropped. A frame is added if its
@@ -57,6 +56,8 @@ private:
 
     TMLSymbolManager& FSymbolManager;
     std::shared_ptr<TXSDPlan> FPlan;
+    std::unordered_set<std::string> FVisited;  // file names
+    std::vector<const TXMLSchema*> FSchemas;   // the included ones before the including ones
     std::unordered_map<std::string, int32_t> FElements;
     std::unordered_set<std::u16string> FNames;  // in upper case
     TTagLimits FLimits;

@@ -220,6 +220,16 @@ TEST_F(XSDLoader, IncludesOfADocument) {
                         "<xs:element name='s' type='B'/>"));
     Write("sub/a.xsd", Schema("<xs:include schemaLocation='../d.xsd'/><xs:complexType name='A'><xs:sequence>"
                               "<xs:element ref='c'/></xs:sequence></xs:complexType>"));
+    // The element m of the includer stands for h, and its content is of the includer's types.
+    TTable members;
+    Write("h.xsd",
+          Schema("<xs:element name='h' abstract='true'/><xs:element name='k'><xs:complexType><xs:sequence>"
+                 "<xs:element ref='h'/></xs:sequence></xs:complexType></xs:element>"));
+    members.Load(Write(
+        "m.xsd", Schema("<xs:include schemaLocation='h.xsd'/><xs:element name='m' type='M' "
+                        "substitutionGroup='h'/><xs:complexType name='M'><xs:sequence><xs:element "
+                        "name='n' type='N'/></xs:sequence></xs:complexType><xs:complexType name='N'/>")));
+    EXPECT_EQ(members.Show("root k m"), "root: k m; k: m; m: n");
     Write("sub/b.xsd", Schema("<xs:complexType name='B'/><xs:element name='c' type='B'/>"));
     TTable table;
     table.Load(file);
