@@ -9,6 +9,7 @@ option(CARETWELL_TESTS "Build the tests" ON)
 option(CARETWELL_BENCH "Build the benchmarks" OFF)
 option(CARETWELL_FUZZ "Build the fuzz targets (clang)" OFF)
 option(CARETWELL_SANITIZE "Address and undefined-behaviour sanitizers" OFF)
+option(BUILD_SHARED_LIBS "Build the library as a shared one" OFF)
 option(CARETWELL_FONTCONFIG "List the machine's fonts through fontconfig" ON)
 
 # The command finds its schemas beside its own folder, in the build tree as installed.
@@ -20,6 +21,7 @@ if(CCACHE)
   set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
 endif()
 
+include(GNUInstallDirs)
 find_package(pugixml REQUIRED)
 find_package(utf8cpp REQUIRED)
 if(CARETWELL_FONTCONFIG)
@@ -42,6 +44,11 @@ if(CARETWELL_FUZZ)
   target_compile_options(caretwell_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# A target lets out only what is marked with CARETWELL_API.
+function(caretwell_hide_names target)
+  set_target_properties(${target} PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+endfunction()
+
 # One directory, one target; it may include only what it links.
 function(caretwell_library name)
   cmake_parse_arguments(ARG "" "" "LINKS;PRIVATE_LINKS" ${ARGN})
@@ -49,6 +56,7 @@ function(caretwell_library name)
   add_library(${name} OBJECT ${sources})
   target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
   target_link_libraries(${name} PUBLIC ${ARG_LINKS} PRIVATE caretwell_flags ${ARG_PRIVATE_LINKS})
+  caretwell_hide_names(${name})
 endfunction()
 
 # One test program for each folder of tests/; it links what it is given and GoogleTest.
