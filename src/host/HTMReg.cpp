@@ -1,7 +1,10 @@
 #include "host/HTMReg.h"
 
 #include <iterator>
+#include <string>
+#include <utility>
 
+#include "host/EngineCall.h"
 #include "insight/HTMLCodCmplt.h"
 #include "stylesheet/CSSCodCmplt.h"
 #include "symbols/MLParserUnit.h"
@@ -16,13 +19,40 @@ bool IsLoaded = false;
 
 // ---- what the units do at start and end
 
-void EndHTMReg() {
-    auto* registry = GlobalKibitzManager();
-    for (int32_t* index : {&FMarkupIndex, &FStyleIndex}) {
-        if (*index != NotRegistered && registry) registry->Unregister(*index);
-        *index = NotRegistered;
+/// What a host's registry raises stays here: the entries have no result to tell it by.
+template <class TAction>
+void Quietly(TAction action) noexcept {
+    try {
+        action();
+    } catch (...) {
     }
 }
+
+void EndHTMReg() {
+    for (int32_t* index : {&FMarkupIndex, &FStyleIndex}) {
+        int32_t given = std::exchange(*index, NotRegistered);
+        auto* registry = GlobalKibitzManager();
+        if (given != NotRegistered && registry) Quietly([&] { registry->Unregister(given); });
+    }
+}
+
+void Register(int32_t& index, TRef<INibCodeInsightManager> manager) {
+    if (auto* registry = GlobalKibitzManager()) index = registry->Register(std::move(manager));
+}
+
+// Objects that a call still stands in cannot be taken away below it.
+bool RefuseInsideCall(std::string_view entry) {
+    if (!TEngineCall::IsUnderWay()) return false;
+    Quietly([entry] {
+        auto messages = GetService<INibMessageServices>();
+        std::string text(entry);
+        text += " was called from inside a call of the engine and did nothing";
+        if (messages) messages->AddMessage({}, text, "Failure", 0, 0);
+    });
+    return true;
+}
+
+bool IsMainThread() { return TEngineCall().IsAllowed(); }
 
 struct TUnit {
     void (*Start)();
@@ -39,25 +69,24 @@ constexpr TUnit Units[] = {
 }  // namespace
 
 void Initialize() {
-    if (IsLoaded) return;
+    if (IsLoaded || !IsMainThread()) return;
     IsLoaded = true;
     for (const TUnit& unit : Units)
         if (unit.Start) unit.Start();
 }
 
 void IDERegister() {
-    if (!IsLoaded || FMarkupIndex != NotRegistered) return;
-    auto* registry = GlobalKibitzManager();
-    TRef<INibCodeInsightManager> markup = MarkupLanguageManager();
-    if (registry) FMarkupIndex = registry->Register(markup);
-    TRef<INibCodeInsightManager> style = CSSLanguageManager();
-    if (registry) FStyleIndex = registry->Register(style);
+    TEngineCall call;
+    if (!IsLoaded || FMarkupIndex != NotRegistered || !call.IsAllowed()) return;
+    Quietly([] { Register(FMarkupIndex, MarkupLanguageManager()); });
+    Quietly([] { Register(FStyleIndex, CSSLanguageManager()); });
 }
 
+// Without Initialize there may be managers too: whoever asks for one gets one.
 void Finalize() {
-    if (!IsLoaded) return;
+    if (!IsMainThread() || RefuseInsideCall("Finalize")) return;
     for (auto unit = std::rbegin(Units); unit != std::rend(Units); ++unit)
-        if (unit->End) unit->End();
+        if (unit->End) Quietly(unit->End);
     IsLoaded = false;
 }
 

@@ -18,7 +18,7 @@
 // fails the call that needed them, with one message.
 //
 // Exceptions. None leaves the engine. One that the host raises ends the call under way
-// and becomes a message.
+// as if there were nothing to offer; the markup manager tells what it said in a message.
 //
 // Operations are appended to an interface and never moved.
 #pragma once

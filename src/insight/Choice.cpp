@@ -1,5 +1,6 @@
 #include "insight/Choice.h"
 
+#include "host/ViewHandles.h"
 #include "markup/Hash.h"
 
 namespace caretwell {
@@ -9,14 +10,18 @@ int32_t GetCaretOffset(INibEditView& view) {
     return view.CharPosToOffset(view.EditPosToCharPos(view.CaretPos()));
 }
 
-TSavedPlace::TSavedPlace(INibEditView& view) : FPosition(view.Position()), FBlock(view.Block()) {
+TSavedPlace::TSavedPlace(INibEditView& view) : FPosition(PositionOf(view)), FBlock(BlockOf(view)) {
     FPosition->Save();
     FBlock->Save();
 }
 
 TSavedPlace::~TSavedPlace() {
-    FBlock->Restore();
-    FPosition->Restore();
+    try {
+        FBlock->Restore();
+        FPosition->Restore();
+    } catch (...) {
+        // The caret of a host that fails here stays where it is.
+    }
 }
 
 std::u16string ReadCharacterBefore(INibEditView& view, int32_t distance) {
@@ -65,7 +70,7 @@ bool ApplyEdit(const TChoiceEdit& edit, INibEditView& view, bool forceDelete) {
     }
     auto services = GetService<INibCodeInsightServices>();
     if (!services || edit.Way == TChoiceEdit::ceNothing || edit.Way == TChoiceEdit::ceDialog) return false;
-    auto position = view.Position();
+    auto position = PositionOf(view);
     if (edit.DeleteBack > 0) position->DeleteBack(edit.DeleteBack);
     services->InsertText(edit.Text, edit.Way == TChoiceEdit::ceReplace);
     if (edit.MoveCaretBy) position->MoveBy(0, edit.MoveCaretBy);

@@ -1,4 +1,5 @@
 // From choice to text: what happens when the list closes.
+#include "host/ViewHandles.h"
 #include "insight/CompletionChoice.h"
 #include "insight/Guard.h"
 #include "insight/HTMLCodCmplt.h"
@@ -82,7 +83,7 @@ void TMLKibitzManager::WriteChoice(const TChoice& choice) {
 void TMLKibitzManager::FinishChoice(char16_t key, INibEditView* view) {
     FSymbols.RemoveFixupElements(FSymbols.GetCurrentTag().Get());
     if (key != u' ' && key != u'\t') return;
-    auto position = view->Position();
+    auto position = PositionOf(*view);
     if (!position->TakeText(TCharSet(">"), INibEditPosition::TakeBackwards).empty()) return;
     const TMLParser& parser = GetParser();
     if (parser.FCaretInTagName || parser.FInTag) {
@@ -125,23 +126,31 @@ bool TMLKibitzManager::ExecuteElementEditor(INibEditView& view, int32_t index) {
 
 bool TMLKibitzManager::ExecuteAttributeEditor(const TAttributeEdit& request, int32_t index,
                                               std::u16string_view tagName) {
-    TRef<INibMLTagAttribute> attribute;
-    auto editor = FSymbols.GetAttributeEditorFromHashList(request.AttributeName, attribute, tagName);
-    TValueScope<bool> quoting(FAutoQuote, true);
-    if (!editor || !editor->Execute(attribute.Get(), index)) return false;
-    TAttributeEdit edit = request;
-    edit.AttributeName = attribute->GetName();
-    edit.NewValue = editor->GetValue();
-    return ApplyAttributeValue(edit);
+    bool isWritten = false;
+    Guarded(FSymbols, [&] {
+        TRef<INibMLTagAttribute> attribute;
+        auto editor = FSymbols.GetAttributeEditorFromHashList(request.AttributeName, attribute, tagName);
+        TValueScope<bool> quoting(FAutoQuote, true);
+        if (!editor || !editor->Execute(attribute.Get(), index)) return;
+        TAttributeEdit edit = request;
+        edit.AttributeName = attribute->GetName();
+        edit.NewValue = editor->GetValue();
+        isWritten = ApplyAttributeValue(edit);
+    });
+    return isWritten;
 }
 
 bool TMLKibitzManager::ApplyAttributeValue(const TAttributeEdit& value) {
-    if (!value.View) return false;
-    TChoiceEdit edit = ComposeAttributeValue(value);
-    if (!ApplyEdit(edit, *value.View, FForceDelete)) return false;
-    if (value.MoveCaret && !value.NewValue.empty())
-        value.View->SetCaretPos(value.View->CharPosToEditPos(value.View->OffsetToCharPos(edit.CaretOffset)));
-    return true;
+    bool isWritten = false;
+    Guarded(FSymbols, [&] {
+        if (!value.View) return;
+        INibEditView& view = *value.View;
+        TChoiceEdit edit = ComposeAttributeValue(value);
+        isWritten = ApplyEdit(edit, view, FForceDelete);
+        if (isWritten && value.MoveCaret && !value.NewValue.empty())
+            view.SetCaretPos(view.CharPosToEditPos(view.OffsetToCharPos(edit.CaretOffset)));
+    });
+    return isWritten;
 }
 
 }  // namespace caretwell

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "host/Platform.h"
+#include "insight/Guard.h"
 #include "insight/HTMLCodCmplt.h"
 #include "parser/MLParser.h"
 #include "symbols/FileToSchemaMapper.h"
@@ -59,10 +60,14 @@ void TMLKibitzManager::OnEditorKey(char16_t key, bool& closeViewer, bool& accept
 std::u16string TMLKibitzManager::GetLongestItem() { return FEntityMode ? u"  " : u"Attribute Value  "; }
 
 bool TMLKibitzManager::HandlesFile(std::string_view fileName) {
-    std::string extension = ExtensionOf(fileName);
-    if (std::find(HandledExtensions.begin(), HandledExtensions.end(), extension) != HandledExtensions.end())
-        return true;
-    return GetFileToSchemaMapperService()->HasSchema(fileName) || IsInUserExtensions(extension);
+    bool handles = false;
+    Guarded(FSymbols, [&] {
+        std::string extension = ExtensionOf(fileName);
+        handles = std::find(HandledExtensions.begin(), HandledExtensions.end(), extension) !=
+                      HandledExtensions.end() ||
+                  GetFileToSchemaMapperService()->HasSchema(fileName) || IsInUserExtensions(extension);
+    });
+    return handles;
 }
 
 bool TMLKibitzManager::IsViewerBrowsable(int32_t index) {

@@ -5,16 +5,18 @@
 
 #include <exception>
 
-#include "host/Platform.h"
+#include "host/EngineCall.h"
 #include "symbols/MLSymbolManager.h"
 
 namespace caretwell {
 
-/// Runs the action on the main thread; a call from any other thread is refused.
+/// Runs the action on the main thread; a call from any other thread is refused, and one
+/// for a manager that the package has left behind when it ended.
 template <class TAction>
 void Guarded(TMLSymbolManager& symbols, TAction action) noexcept {
     try {
-        if (!GetPlatform().IsMainThread()) return;
+        TEngineCall call;
+        if (!call.IsAllowed() || symbols.IsRetired()) return;
         try {
             action();
         } catch (const std::exception& problem) {

@@ -1,6 +1,8 @@
 #include "markup/MLBufferProducer.h"
 
+#include <algorithm>
 #include <cstring>
+#include <limits>
 
 #include "markup/Hash.h"
 
@@ -45,8 +47,11 @@ int32_t TMLBufferProducer::ReadBlock() {
         FStream->read(FBuffer, BlockSize);
         return static_cast<int32_t>(FStream->gcount());
     }
+    // Offsets have 31 bits: what lies behind them is not read, so that a reader without an
+    // end has one here. Nor is a reader believed that claims more than it was asked for.
+    if (FOffset > std::numeric_limits<int32_t>::max() - BlockSize) return 0;
     auto reader = CreateReader();
-    return reader ? reader->Read(FOffset, FBuffer, BlockSize) : 0;
+    return reader ? std::clamp(reader->Read(FOffset, FBuffer, BlockSize), 0, BlockSize) : 0;
 }
 
 // An editor needs nothing given back: its next read starts where this block ends.

@@ -3,7 +3,9 @@
 #include <exception>
 #include <utility>
 
+#include "host/EngineCall.h"
 #include "host/Platform.h"
+#include "host/ViewHandles.h"
 #include "markup/MLBufferProducer.h"
 #include "stylesheet/CSSSchemaLoader.h"
 
@@ -18,11 +20,13 @@ constexpr int32_t ElementComment = 1, ElementString = 5;
 constexpr TCharSet WordChars =
     TCharSet("-\\").WithRange('0', '9').WithRange('A', 'Z').WithRange('a', 'z').WithRange(128, 255);
 
-// Runs what may throw; whatever it was, a host of another make does not see it.
+// Runs what may throw; whatever it was, a host of another make does not see it. A call
+// from a thread that is not the main one is refused.
 template <class TResult, class TAction>
 TResult Shield(TResult otherwise, TAction action) noexcept {
     try {
-        return action();
+        TEngineCall call;
+        return call.IsAllowed() ? action() : std::move(otherwise);
     } catch (...) {
         return otherwise;
     }
@@ -31,7 +35,8 @@ TResult Shield(TResult otherwise, TAction action) noexcept {
 template <class TAction>
 void Shield(TAction action) noexcept {
     try {
-        action();
+        TEngineCall call;
+        if (call.IsAllowed()) action();
     } catch (...) {
     }
 }
@@ -55,14 +60,26 @@ TRef<TCSSKibitzManager>& Manager() {
 
 // ------------------------------------------------------------------- life cycle
 
-TRef<INibCodeInsightManager> CSSLanguageManager() { return &CSSKibitzManager(); }
+TRef<INibCodeInsightManager> CSSLanguageManager() {
+    if (!GetPlatform().IsMainThread()) return nullptr;
+    return &CSSKibitzManager();
+}
 
 TCSSKibitzManager& CSSKibitzManager() {
     if (!Manager()) Manager() = MakeRef<TCSSKibitzManager>();
     return *Manager();
 }
 
-void ReleaseCSSLanguageManager() { Manager() = nullptr; }
+// A host that still holds the manager is left with one that has nothing to offer.
+void ReleaseCSSLanguageManager() {
+    if (Manager()) Manager()->Retire();
+    Manager() = nullptr;
+}
+
+void TCSSKibitzManager::Retire() {
+    FIsRetired = true;
+    FKibitzPos = kpNone;
+}
 
 TCSSKibitzManager::TCSSKibitzManager() { LoadSchema(); }
 
@@ -92,7 +109,7 @@ TCharSet TCSSKibitzManager::EditorTokenValidChars(bool) { return WordChars; }
 
 bool TCSSKibitzManager::HandlesFile(std::string_view fileName) {
     return Shield(false, [&] {
-        auto options = GetService<INibOptionServices>();
+        auto options = FIsRetired ? nullptr : GetService<INibOptionServices>();
         return options && options->MatchExtensions(fileName, options->GetExtensionsForTypeID(OptionSet));
     });
 }
@@ -111,9 +128,11 @@ void TCSSKibitzManager::GetCodeInsightType(char16_t c, int32_t element, TNibCode
 }
 
 bool TCSSKibitzManager::InvokeCodeCompletion(TNibInvokeType, std::u16string&) {
-    FCompletionKey = 0;
-    FKibitzPos = kpNone;
     return Shield(false, [this] {
+        // The text that a parse is reading may come from a host that calls back.
+        if (FIsParsing || FIsRetired) return false;
+        FCompletionKey = 0;
+        FKibitzPos = kpNone;
         auto services = GetService<INibCodeInsightServices>();
         auto view = services ? services->CurrentEditView() : nullptr;
         if (!view) return false;
@@ -123,6 +142,11 @@ bool TCSSKibitzManager::InvokeCodeCompletion(TNibInvokeType, std::u16string&) {
 }
 
 void TCSSKibitzManager::ParseAtCaret(const TRef<INibEditView>& view) {
+    struct TParsing {
+        bool& Flag;
+        explicit TParsing(bool& flag) : Flag(flag) { Flag = true; }
+        ~TParsing() { Flag = false; }
+    } parsing(FIsParsing);
     auto producer = MakeRef<TMLBufferProducer>(view, 0);
     FParser.SetBufferAndPoint(producer, CaretOffsetOf(*view));
     FParser.Parse();
@@ -153,6 +177,7 @@ uint8_t TCSSKibitzManager::GetContext() {
 }
 
 int32_t TCSSKibitzManager::GetCount() {
+    if (!GetPlatform().IsMainThread()) return 0;
     if (FKibitzPos == kpExpr) return FParser.FSymbolTable.GetKibitzValueCount();
     return FKibitzPos == kpProperty ? FParser.FSymbolTable.GetKibitzPropCount() : 0;
 }
@@ -209,7 +234,7 @@ void TCSSKibitzManager::WriteChoice(INibCodeInsightServices& services) {
         text = ToUtf16(editor->FResult);
     }
     TCSSChoiceEdit edit = ComposeEdit(*view, std::move(text));
-    if (edit.DeletedCount > 0) view->Position()->DeleteBack(edit.DeletedCount);
+    if (edit.DeletedCount > 0) PositionOf(*view)->DeleteBack(edit.DeletedCount);
     services.InsertText(edit.Text, false);
 }
 
@@ -229,7 +254,7 @@ std::optional<TCSSChoiceEdit> TCSSKibitzManager::ComposeChoice(int32_t index) no
 // The part of the word in front of the caret goes, what stands behind the caret stays,
 // and the closing character is not doubled if only blanks stand before it.
 TCSSChoiceEdit TCSSKibitzManager::ComposeEdit(INibEditView& view, std::u16string text) {
-    auto position = view.Position();
+    auto position = PositionOf(view);
     std::u16string token = position->TakeText(WordChars, INibEditPosition::TakeBackwards);
     char closer = FKibitzPos == kpProperty ? ':' : ';';
     if (FKibitzPos == kpExpr || FKibitzPos == kpProperty) {

@@ -56,6 +56,9 @@ public:
     TCSSExplanation Explain() const noexcept;
     const TCSSSymbolTable& GetSymbolTable() const { return FParser.FSymbolTable; }
 
+    /// The package ends: from here on there is nothing to offer.
+    void Retire();
+
     // INibCodeInsightManager
     std::string GetName() override { return "Style Sheet"; }
     std::string GetIDString() override { return "Tarnwell.CodeInsight.CSS"; }
@@ -120,6 +123,8 @@ private:
     char16_t FCompletionKey = 0;  // the ";" that closed the list
     TStyleSheetParser FParser;
     TKibitzPos FKibitzPos = kpNone;  // of the last invocation
+    bool FIsParsing = false;
+    bool FIsRetired = false;
 };
 
 /// The manager of the process, made at the first call.

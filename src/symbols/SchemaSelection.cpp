@@ -14,6 +14,18 @@ constexpr std::u16string_view RootName = u"<!--root-->";
 
 std::string FolderOf(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
 
+/// Sets a flag for the time of a scope, however it is left.
+class TFlagScope {
+public:
+    explicit TFlagScope(bool& flag) : FFlag(flag) { FFlag = true; }
+    ~TFlagScope() { FFlag = false; }
+    TFlagScope(const TFlagScope&) = delete;
+    TFlagScope& operator=(const TFlagScope&) = delete;
+
+private:
+    bool& FFlag;
+};
+
 }  // namespace
 
 void TMLSymbolManager::ReportMissingSchema(std::string_view format, const std::string& value) {
@@ -24,7 +36,8 @@ void TMLSymbolManager::ReportMissingSchema(std::string_view format, const std::s
 }
 
 void TMLSymbolManager::SelectXMLSchema(const std::string& value) {
-    if (value == FSchemaFile) return;
+    if (value == FSchemaFile || FIsLoading) return;
+    TFlagScope loading(FIsLoading);
     FSchemaFile = value;
     ClearTags();
     FCharList.Clear();
@@ -46,27 +59,34 @@ void TMLSymbolManager::SetSchemaFile(const std::string& name) {
     std::string value = exists ? candidate : name;
     bool outputChanged = FKibitzMode == kmXSL && FXSLOutputFile != FParser->FXSLOutputSchema;
     bool controlsChanged = FKibitzMode == kmHTML && FASPChanged;
-    if (FIsReloading || (value == FSchemaFile && !outputChanged && !controlsChanged)) return;
+    if (FIsReloading || FIsLoading) return;
+    if (value == FSchemaFile && !outputChanged && !controlsChanged) return;
 
     FASPChanged = false;
     FSchemaFile = value;
+    if (!LoadTable(value, exists)) return;
+    CallbacksInvalidate();
+    // The parse ends in here again; with an output language that cannot be found it
+    // would load the same schema for ever.
+    TFlagScope reloading(FIsReloading);
+    FReloadDepth = FParseDepth;
+    ShowAllChildren();
+    ParseAgain();
+}
+
+bool TMLSymbolManager::LoadTable(const std::string& file, bool exists) {
+    TFlagScope loading(FIsLoading);
     ClearTags();
     FCharList.Clear();
     if (!exists) {
         // A name that is no file of the schema folder is never opened, wherever it leads.
-        ReportMissingSchema("Invalid schema file \"%s\"", value);
-        return;
+        ReportMissingSchema("Invalid schema file \"%s\"", file);
+        return false;
     }
     SetHiddenRootNode(MakeRef<THTMLTag>(RootName, this, -1));
-    LoadSchema(ExtensionOf(value));
+    LoadSchema(ExtensionOf(file));
     if (FIsASPEnabled) LoadServerControls();
-    CallbacksInvalidate();
-    // The parse ends in here again; with an output language that cannot be found it
-    // would load the same schema for ever.
-    FIsReloading = true;
-    ShowAllChildren();
-    ParseAgain();
-    FIsReloading = false;
+    return true;
 }
 
 // Before the parse, so that its fix-ups see whole lists: the first list of a schema is

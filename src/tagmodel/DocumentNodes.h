@@ -24,7 +24,7 @@ public:
     int32_t GetOffsetStart() const override { return FOffsetStart; }
     void SetOffsetEnd(int32_t value) override { FOffsetEnd = value; }
     void SetOffsetStart(int32_t value) override { FOffsetStart = value; }
-    std::u16string_view GetName() const override { return FName.Get(FContext); }
+    std::u16string_view GetName() const override { return FName.Get(FContext.Get()); }
     INibMLTagFlags GetFlags() const override { return FFlags; }
     void SetFlags(INibMLTagFlags value) override { FFlags = value; }
 
@@ -62,7 +62,7 @@ protected:
 
 private:
     int32_t FOffsetEnd = 0, FOffsetStart = 0;
-    ITagContext* FContext;
+    TTagContextLink FContext;
     int32_t FID;
     INibMLTagFlags FFlags;
 };

@@ -28,7 +28,7 @@ struct TTagModel {
 
 class THTMLTag : public TImplements<INibMLTag> {
 public:
-    /// context may be null; it is not owned and outlives the tag. The id is kept as it comes.
+    /// context may be null; it is not owned, and may go away before the tag. The id is kept as it comes.
     THTMLTag(std::u16string_view name, ITagContext* context, int32_t id)
         : FName(name), FContext(context), FID(id) {}
     ~THTMLTag() override;
@@ -76,7 +76,7 @@ public:
     int32_t GetTagCount() override { return FRange.GetCount(LastTag() + 1); }
     int32_t GetPureTagCount() override { return GetTagCount() - FExtraTagCount; }
     int32_t GetAttributeCount() override;
-    std::u16string_view GetName() const override { return FName.Get(FContext); }
+    std::u16string_view GetName() const override { return FName.Get(FContext.Get()); }
     bool GetEmpty() const override { return FModel.Empty; }
     std::u16string_view GetEntityName(int32_t index) const override;
     int32_t GetEntityCount() const override { return static_cast<int32_t>(FEntityNames.size()); }
@@ -123,7 +123,7 @@ private:
     bool FShowAttributes = false;
     int32_t FExtraTagCount = 0;  // closing tags that SetFilter put into FTags
     int32_t FOffsetEnd = 0, FOffsetStart = 0;
-    ITagContext* FContext;
+    TTagContextLink FContext;
     int32_t FID;
     INibMLTagFlags FFlags;
     TAttributeFiller FFiller;

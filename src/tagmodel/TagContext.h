@@ -2,6 +2,7 @@
 // that are put at the head of its child list while the user looks at it.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,8 +25,31 @@ public:
     /// The tag's range or list is about to differ from what the schema load left.
     virtual void NoteChanged(THTMLTag& tag) = 0;
 
+    ITagContext() = default;
+    ITagContext(const ITagContext&) = delete;
+    ITagContext& operator=(const ITagContext&) = delete;
+
 protected:
-    ~ITagContext() = default;
+    ~ITagContext() { *FSelf = nullptr; }
+
+private:
+    friend class TTagContextLink;
+    const std::shared_ptr<ITagContext*> FSelf = std::make_shared<ITagContext*>(this);
+};
+
+/// A tag's way to its context, null once that is gone: a host may hold an element for
+/// longer than the engine lives.
+class TTagContextLink {
+public:
+    explicit TTagContextLink(ITagContext* context) {
+        if (context) FContext = context->FSelf;
+    }
+    ITagContext* Get() const { return FContext ? *FContext : nullptr; }
+    ITagContext* operator->() const { return *FContext; }
+    explicit operator bool() const { return Get() != nullptr; }
+
+private:
+    std::shared_ptr<ITagContext*> FContext;
 };
 
 /// A name that is shown in the case of the moment; the folded form is kept.

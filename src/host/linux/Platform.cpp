@@ -23,7 +23,11 @@ class TLinuxPlatform final : public IPlatform {
 public:
     explicit TLinuxPlatform(TPlatformOptions options) : FOptions(std::move(options)) {}
 
-    bool IsMainThread() override { return getpid() == gettid(); }
+    // Asked at every call, and a thread stays what it is.
+    bool IsMainThread() override {
+        static thread_local const bool isMain = getpid() == gettid();
+        return isMain;
+    }
     // A terminal tells of no key state; hosts with a keyboard bring a platform of their own.
     bool IsCtrlDown() override { return false; }
 
