@@ -66,8 +66,10 @@ void TMLParser::ScanAttribute() {
     value.clear();
     if (*FPosition == '=' && !IsAtEnd()) {
         if (!ScanAttributeValue(attribute, value)) return;
-    } else if (attribute.Symbol && IsBooleanAttribute(*attribute.Symbol)) {
-        value = "true";
+    } else {
+        // Behind a bare name the next name is completed, and not a value that has no "=".
+        if (attribute.NameEndBeforeCaret) FCurrentAttribute = nullptr;
+        if (attribute.Symbol && IsBooleanAttribute(*attribute.Symbol)) value = "true";
     }
     EndAttribute(attribute, value);
 }
@@ -77,14 +79,14 @@ void TMLParser::BeginAttribute(TAttributeScan& attribute) {
     FQuoteOpen = FQuoteClose = 0;
     if (FScan.BeforeCaret) {
         FCurrentAttribute = nullptr;
-        FValueOffset = -1;
+        FValueOffset = FAttributeStart = FAttributeValueStart = -1;
     }
     bool isByteBeforeNameBeforeCaret = IsBeforeCaret(FPosition - 1);
-    FPosition = ReadName(FAttrName);
+    std::string_view name = ReadName();
     attribute.NameEndBeforeCaret = IsBeforeCaret(FPosition);
     if (FScan.IsClosing) return;
-    attribute.Symbol = FindAttribute(FAttrName);
-    if (!attribute.Symbol) attribute.Symbol = NewUnknownAttr(FAttrName);
+    attribute.Symbol = FindAttribute(name);
+    if (!attribute.Symbol) attribute.Symbol = NewUnknownAttr(name);
     // With the caret in the name itself, or directly behind it, names are completed.
     if (isByteBeforeNameBeforeCaret && attribute.NameEndBeforeCaret) FCurrentAttribute = attribute.Symbol;
 }
@@ -127,8 +129,11 @@ bool TMLParser::ScanAttributeValue(TAttributeScan& attribute, std::string& value
 
 // An unquoted value leaves the place to the caret.
 void TMLParser::NoteValuePos(const TAttributeScan& attribute) {
+    if (!attribute.NameEndBeforeCaret) return;
+    FAttributeStart = attribute.Start;
+    FAttributeValueStart = attribute.ValueStartOffset;
     bool isQuote = *FPosition == '"' || *FPosition == '\'';
-    if (!attribute.NameEndBeforeCaret || FValueOffset >= 0 || !isQuote) return;
+    if (FValueOffset >= 0 || !isQuote) return;
     FValueOffset = Offset() + 1;
     FValueLineStart = -1;
 }

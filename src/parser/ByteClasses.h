@@ -31,6 +31,14 @@ constexpr bool IsLineBreak(char c) { return c == 10 || c == 13; }
 inline constexpr TCharSet NameChars =
     TCharSet("#-.:_").WithRange('0', '9').WithRange('A', 'Z').WithRange('a', 'z').WithRange(0xC0, 0xFE);
 
+/// The same as a table, for the loop over a name.
+inline constexpr std::array<bool, 256> NameBytes = [] {
+    std::array<bool, 256> bytes{};
+    for (unsigned c = 0; c < 256; ++c) bytes[c] = NameChars.Contains(static_cast<uint8_t>(c));
+    return bytes;
+}();
+constexpr bool IsNameByte(char c) { return NameBytes[static_cast<uint8_t>(c)]; }
+
 /// First "<" or ">" from p on, or end. The two differ in one bit, so one test of eight
 /// bytes at a time finds both.
 inline const char* FindAngle(const char* p, const char* end) {

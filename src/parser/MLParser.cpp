@@ -12,11 +12,13 @@ TMLParser::TMLParser(TMLSymbolManager& symbolManager) : FSymbolManager(symbolMan
 TMLParser::~TMLParser() = default;
 
 void TMLParser::Parse(TNibEditPos caret, TRef<IMLBufferProducer> producer, TRef<INibMLTag> startTag) {
-    struct TReleaseProducer {
+    if (!producer || !FSymbolManager.BeginParse()) return;
+    struct TEndOfParse {
         TMLParser& Parser;
-        ~TReleaseProducer() {
+        ~TEndOfParse() {
             Parser.FProducer = nullptr;
             Parser.FState = mlpsNone;
+            Parser.FSymbolManager.EndParse();
         }
     } guard{*this};
     FProducer = std::move(producer);
@@ -34,7 +36,7 @@ void TMLParser::Parse(TNibEditPos caret, TRef<IMLBufferProducer> producer, TRef<
 void TMLParser::Reset(TNibEditPos caret, TRef<INibMLTag> startTag) {
     FState = mlpsParsing;
     FCaret = FValuePos = caret;
-    FValueOffset = FValueLineStart = -1;
+    FValueOffset = FValueLineStart = FAttributeStart = FAttributeValueStart = -1;
     FText.clear();
     FTextStart = nullptr;
     FStacks.Clear();
@@ -86,7 +88,7 @@ void TMLParser::FinishParse(const TRef<INibMLTag>& startTag) {
     InsertFixups();
     PTagEntry outermost = GetDocumentTags();
     if (outermost && startTag && SameText(outermost->Tag->GetName(), startTag->GetName()))
-        PopTag(ToUtf8(startTag->GetName()), false);
+        PopTag(FSymbolManager.FindBucket(startTag->GetName()), ToUtf8(startTag->GetName()), false);
     bool isTypingName =
         FInTag && FCaretInTagName && !FInClosingTag && !FInScript && !FInStyle && !FInTextArea;
     if (isTypingName && !Supports<INibMLNamedTag>(FCurrentTag)) {

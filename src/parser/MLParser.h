@@ -40,14 +40,16 @@ public:
 
     /// Runs the whole scan. startTag, or null, is the tag that is taken to enclose the
     /// document. An exception of an observer or of the host ends the parse and passes on.
+    /// Without a producer, or from inside a parse or the load of a schema, it does nothing.
     void Parse(TNibEditPos caret, TRef<IMLBufferProducer> producer, TRef<INibMLTag> startTag);
     /// Forces the schema that the document's doctype names, whatever the mode.
     void BootStrapDTD(TRef<IMLBufferProducer> producer);
 
     // ---- Observers. They are told of what lies before the caret, in document order.
 
-    void AddCallback(IRefCounted* observer);
-    void RemoveCallback(IRefCounted* observer);
+    /// Holds a reference. What is no INibMLElementCallback, or is watching already, is left.
+    CARETWELL_API void AddCallback(IRefCounted* observer);
+    CARETWELL_API void RemoveCallback(IRefCounted* observer);
     void CallbacksInvalidate();
 
     // ---- Where the caret stands. Valid from the end of a parse to the next.
@@ -95,6 +97,9 @@ public:
     /// The caret, its column moved to the start of the value in a quoted value.
     TNibEditPos FValuePos;
     int32_t FValueOffset = -1;  ///< the same place exactly; -1 outside a quoted value
+    /// Where the attribute whose value the caret stands in begins, and the byte behind its
+    /// "="; -1 without one. The symbol tells of its last occurrence in the document instead.
+    int32_t FAttributeStart = -1, FAttributeValueStart = -1;
     bool FCaretInTagName = false;
     TMLParserState FState = mlpsNone;
     bool FIsXML = false;
@@ -114,8 +119,11 @@ private:
         bool HasEnded = false;
         int32_t TagStart = 0;
         int32_t TextOffset = 0;
-        TRef<INibMLTag> ScanTag;
+        INibMLTag* ScanTag = nullptr;      // held by ScanBucket, or else by MadeUpTag
         TTagBucket* ScanBucket = nullptr;  // of ScanTag, if the schema knows it
+        TRef<INibMLTag> MadeUpTag;
+        bool HasName = false;    // the tag being scanned has a name
+        bool IsDocType = false;  // and that is DOCTYPE
         bool PendingScript = false, PendingStyle = false, PendingTextArea = false;
     };
     struct TAttributeScan {
@@ -153,13 +161,15 @@ private:
     bool ScanRegion();
     bool ScanServerRegion();
     void ScanTagName();
-    void BeginDocType(bool nameBeforeCaret);
-    bool FindScanTag();
+    void BeginDocType(std::string_view name, bool nameBeforeCaret);
+    bool FindScanTag(const TNameKey& key, std::string_view name);
+    bool FindDirective(std::string_view name);
+    void MakeUpTag(TRef<INibMLTag> tag);
     void IgnoreNamelessTag();
     void OpenScanTag();
-    void NotePendingContent();
+    void NotePendingContent(const TNameKey& key);
     void SkipWhiteSpace();
-    const char* ReadName(std::string& name);
+    std::string_view ReadName();
 
     // Attributes
     void ScanAttribute();
@@ -190,8 +200,9 @@ private:
     void HandleRawContent(TParserContexts region, std::string_view closingTag, bool& flag);
 
     // Stacks
-    void PushTag(const TRef<INibMLTag>& tag, int32_t nameOffset);
-    void PopTag(std::string_view name, bool beforeCaret);
+    void PushTag(int32_t nameOffset);
+    void PopTag(bool beforeCaret) { PopTag(FScan.ScanBucket, FTagName, beforeCaret); }
+    void PopTag(TTagBucket* closing, std::string_view name, bool beforeCaret);
     void SetTagOffsetStart(INibMLTag* tag, int32_t offset, bool isClosing, bool beforeCaret);
     void SetTagOffsetEnd(INibMLTag* tag, int32_t offset, bool closes, bool track);
     TRef<INibMLTag> NewUnknownElement(std::string_view name);
@@ -233,7 +244,7 @@ private:
     std::string FText;               // UTF-8, collected for observers since the last tag
     const char* FTextStart = nullptr;
     std::vector<int32_t> FContextPos;
-    std::string FTagName;
+    std::string FTagName;  // of a tag that the schema does not know
     std::string FAttrName;
 
     TDocumentWindow FWindow;
@@ -254,6 +265,6 @@ struct ITagStackIterator : IRefCounted {
     /// Null behind the last.
     virtual TRef<INibMLTag> Next() = 0;
 };
-TRef<ITagStackIterator> GetTagStackIterator(TMLSymbolManager& manager);
+CARETWELL_API TRef<ITagStackIterator> GetTagStackIterator(TMLSymbolManager& manager);
 
 }  // namespace caretwell

@@ -24,7 +24,8 @@ void TMLParser::CallbacksInvalidate() {
 
 // A parse stops early only when every observer asks for it in the same call.
 void TMLParser::Callback(INibMLMarkupPos* element, TTagType type, int32_t offsetStart, int32_t offsetEnd) {
-    if (FCallbacks.empty()) return;
+    // The end of a directive that the schema does not have, for one, speaks of no element.
+    if (FCallbacks.empty() || !element) return;
     size_t votes = 0;
     auto callbacks = FCallbacks;
     for (auto& callback : callbacks) {

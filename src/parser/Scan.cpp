@@ -9,9 +9,25 @@ namespace caretwell {
 namespace {
 
 constexpr std::string_view DocTypeName = "DOCTYPE";
-constexpr uint32_t DocTypeHash = Hash(DocTypeName);
 constexpr std::string_view XSLTemplateName = "xsl:template";
-constexpr uint32_t XSLTemplateHash = Hash(XSLTemplateName);
+const TNameKey DocTypeKey = MakeNameKey(DocTypeName);
+const TNameKey XSLTemplateKey = MakeNameKey(XSLTemplateName);
+const TNameKey TextAreaKey = MakeNameKey("TEXTAREA");
+const TNameKey ScriptKey = MakeNameKey("SCRIPT");
+const TNameKey StyleKey = MakeNameKey("STYLE");
+
+/// Place behind the name characters from p on.
+const char* SkipName(const char* p, const char* end) {
+    while (p < end && IsNameByte(*p)) {
+        if (static_cast<uint8_t>(*p) < 0x80) {
+            ++p;
+            continue;
+        }
+        int32_t length = UTF8CharLength(static_cast<uint8_t>(*p++));
+        while (--length > 0 && p < end && (static_cast<uint8_t>(*p) & 0xC0) == 0x80) ++p;
+    }
+    return p;
+}
 
 // The longest mark that the scan looks for from one place, "</textarea>".
 constexpr int32_t LongestMark = 12;
@@ -99,8 +115,7 @@ void TMLParser::ScanSlash() {
     if (!FContexts.Has(pcElement)) FUnterminatedTag = true;
     FContexts.Remove(pcElement);
     PopContextPos();
-    if (beforeCaret && !FTagName.empty())
-        Callback(FScan.ScanTag.Get(), ttSingleLine, FScan.TagStart, Offset());
+    if (beforeCaret && FScan.HasName) Callback(FScan.ScanTag, ttSingleLine, FScan.TagStart, Offset());
     bool isBehindBeforeCaret = IsBeforeCaret(FPosition);
     if (isBehindBeforeCaret && FCurrentTagAttrs) FCurrentTagAttrs->Clear();
     if (!FScan.PastCaret) {
@@ -109,10 +124,10 @@ void TMLParser::ScanSlash() {
     }
     if (FCurrentTag) {
         if (SameText(XSLTemplateName, FCurrentTag->GetName())) FInXSLTemplate = false;
-        PopTag(FTagName, beforeCaret);
+        PopTag(beforeCaret);
     }
     if (!beforeCaret) return;
-    FTagName.clear();
+    FScan.HasName = false;
     FInTag = false;
     FCurrentAttribute = nullptr;
     StartText(Offset());
@@ -126,24 +141,24 @@ void TMLParser::ScanPercent() {
 }
 
 void TMLParser::ScanTagEnd(const char* remembered) {
-    if (!FScan.BeforeCaret && SameText(std::string_view(FTagName), DocTypeName)) ++FDocTypeMark;
+    if (!FScan.BeforeCaret && FScan.IsDocType) ++FDocTypeMark;
     FScan.BeforeCaret = IsBeforeCaret(FPosition);
     int32_t rememberedOffset = FWindow.OffsetOf(remembered);
     ++FPosition;
-    if (!FTagName.empty() && !FContexts.Has(pcElement)) FUnterminatedTag = true;
+    if (FScan.HasName && !FContexts.Has(pcElement)) FUnterminatedTag = true;
     FContexts.Remove(pcElement);
     PopContextPos();
-    if (!FTagName.empty() && FScan.BeforeCaret) {
+    if (FScan.HasName && FScan.BeforeCaret) {
         TTagType type = FScan.IsClosing     ? ttClose
                         : FInDocType        ? ttDocType
                         : FScan.IsDirective ? ttDirective
                                             : ttOpen;
-        if (type == ttDocType) FScan.ScanTag = MakeRef<TDocTypeTag>(ToUtf16(FTagName), &FSymbolManager, -1);
-        Callback(FScan.ScanTag.Get(), type, FScan.TagStart, Offset());
+        if (type == ttDocType) MakeUpTag(MakeRef<TDocTypeTag>(ToUtf16(FTagName), &FSymbolManager, -1));
+        Callback(FScan.ScanTag, type, FScan.TagStart, Offset());
     }
     FInDocType = false;
     auto isEmptyTag = [this] {
-        const auto& tag = FScan.ScanTag;
+        const INibMLTag* tag = FScan.ScanTag;
         return tag && FInTag && !tag->GetRequiresClosingTag() && tag->GetEmpty();
     };
     if (FInTag && !FScan.PastCaret) {
@@ -151,7 +166,7 @@ void TMLParser::ScanTagEnd(const char* remembered) {
         SetTagOffsetEnd(FCurrentTag.Get(), rememberedOffset, isEmptyTag(), isBehindBeforeCaret);
         if (!isBehindBeforeCaret) FScan.PastCaret = true;
     }
-    if (FScan.IsClosing || FScan.IsDirective) PopTag(FTagName, FScan.BeforeCaret);
+    if (FScan.IsClosing || FScan.IsDirective) PopTag(FScan.BeforeCaret);
     if (FScan.BeforeCaret) EndTagBeforeCaret(isEmptyTag(), rememberedOffset);
     if (!FScan.IsClosing) HandlePendingContent();
 }
@@ -159,10 +174,10 @@ void TMLParser::ScanTagEnd(const char* remembered) {
 void TMLParser::EndTagBeforeCaret(bool endsEmpty, int32_t rememberedOffset) {
     if (endsEmpty) {
         if (FIsXML) PushAutoCloseTagPos();
-        else if (!FScan.IsClosing) PopTag(FTagName, true);
+        else if (!FScan.IsClosing) PopTag(true);
     }
-    if (!FTagName.empty()) StartText(rememberedOffset - 1);
-    FTagName.clear();
+    if (FScan.HasName) StartText(rememberedOffset - 1);
+    FScan.HasName = FScan.IsDocType = false;
     FInClosingTag = FInTag = FInScript = FInTextArea = false;
     FCurrentAttribute = nullptr;
 }
@@ -257,72 +272,78 @@ bool TMLParser::ScanServerRegion() {
     return true;
 }
 
-/// Reads name characters at the position into name. A multi-byte character counts as a
-/// whole, as far as its tail is there: a broken one does not swallow what follows.
-const char* TMLParser::ReadName(std::string& name) {
-    auto scan = [this] {
-        const char* p = FPosition;
-        const char* end = FWindow.GetEnd();
-        while (p < end && NameChars.Contains(static_cast<uint8_t>(*p))) {
-            int32_t length = UTF8CharLength(static_cast<uint8_t>(*p++));
-            while (--length > 0 && p < end && (static_cast<uint8_t>(*p) & 0xC0) == 0x80) ++p;
-        }
-        return p;
-    };
-    const char* behind = scan();
+/// Reads the name at the position, which moves behind it. The name is a view of the
+/// window, good until the window moves on. A multi-byte character counts as a whole, as
+/// far as its tail is there: a broken one does not swallow what follows.
+std::string_view TMLParser::ReadName() {
+    const char* behind = SkipName(FPosition, FWindow.GetEnd());
     if (behind == FWindow.GetEnd()) {
         NeedAhead(static_cast<int32_t>(behind - FPosition) + 1);
-        behind = scan();
+        behind = SkipName(FPosition, FWindow.GetEnd());
     }
-    name.assign(FPosition, behind);
-    return behind;
+    std::string_view name(FPosition, static_cast<size_t>(behind - FPosition));
+    FPosition = behind;
+    return name;
 }
 
 void TMLParser::ScanTagName() {
     bool nameBeforeCaret = IsBeforeCaret(FPosition);
-    int32_t nameOffset = Offset();
-    FPosition = ReadName(FTagName);
-    uint32_t hash = Hash(std::string_view(FTagName));
-    if (FScan.IsDirective) FTagName.insert(0, "@ ");
+    std::string_view name = ReadName();
+    int32_t nameOffset = FWindow.OffsetOf(name.data());
+    bool hasHeadAhead = FWindow.GetEnd() - name.data() >= 8;
+    TNameKey key = MakeNameKey(name.data(), name.size(), hasHeadAhead);
     FScan.BeforeCaret = IsBeforeCaret(FPosition);
+    FScan.HasName = !name.empty() || FScan.IsDirective;
+    FScan.IsDocType = !FScan.IsDirective && key == DocTypeKey;
     if (!FScan.BeforeCaret && FScan.OpenedBeforeCaret) FCaretInTagName = true;
-    if (hash == DocTypeHash && SameText(std::string_view(FTagName), DocTypeName)) {
-        BeginDocType(nameBeforeCaret);
-        return;
-    }
-    if (!FindScanTag()) return;
-    if (hash == XSLTemplateHash && SameText(std::string_view(FTagName), XSLTemplateName))
-        FInXSLTemplate = !FScan.IsClosing;
-    if (!FScan.ScanTag && FTagName.empty()) return IgnoreNamelessTag();
-    if (!FScan.ScanTag) FScan.ScanTag = NewUnknownElement(FTagName);
+    if (FScan.IsDocType) return BeginDocType(name, nameBeforeCaret);
+    if (!FindScanTag(key, name)) return;
+    if (key == XSLTemplateKey && SameText(name, XSLTemplateName)) FInXSLTemplate = !FScan.IsClosing;
+    if (!FScan.ScanTag && !FScan.HasName) return IgnoreNamelessTag();
+    if (!FScan.ScanTag) MakeUpTag(NewUnknownElement(name));
     if (FScan.BeforeCaret || FScan.OpenedBeforeCaret) FInTag = true;
     if (!FScan.IsClosing) {
         if ((FScan.BeforeCaret && FInTag) || FScan.OpenedBeforeCaret) FCurrentTag = FScan.ScanTag;
-        PushTag(FScan.ScanTag, nameOffset);
+        PushTag(nameOffset);
+        if (FSymbolManager.GetKibitzMode() == kmHTML) NotePendingContent(key);
     }
     if (!FScan.PastCaret || FScan.OpenedBeforeCaret) OpenScanTag();
-    if (!FScan.IsClosing && FSymbolManager.GetKibitzMode() == kmHTML) NotePendingContent();
 }
 
 // A doctype declaration has no tag of its own until its ">", and nothing is pushed.
-void TMLParser::BeginDocType(bool nameBeforeCaret) {
+void TMLParser::BeginDocType(std::string_view name, bool nameBeforeCaret) {
+    FScan.ScanBucket = nullptr;
+    FTagName = name;
     FInDocType = true;
     if (nameBeforeCaret) ++FDocTypeMark;
 }
 
+void TMLParser::MakeUpTag(TRef<INibMLTag> tag) {
+    FScan.MadeUpTag = std::move(tag);
+    FScan.ScanTag = FScan.MadeUpTag.Get();
+}
+
 /// Looks the name up. False if it was a directive that the schema does not have, which
 /// is read like a server script.
-bool TMLParser::FindScanTag() {
-    std::string_view name = FTagName;
-    FScan.ScanBucket = FSymbolManager.FindBucket(name, Hash(name));
-    FScan.ScanTag = FScan.ScanBucket ? FScan.ScanBucket->Tag : nullptr;
-    if (!FScan.IsDirective) return true;
+bool TMLParser::FindScanTag(const TNameKey& key, std::string_view name) {
+    if (FScan.IsDirective) return FindDirective(name);
+    FScan.ScanBucket = FSymbolManager.FindBucket(key, name);
+    FScan.ScanTag = FScan.ScanBucket ? FScan.ScanBucket->Tag.Get() : nullptr;
+    if (!FScan.ScanBucket) FTagName = name;
+    return true;
+}
+
+bool TMLParser::FindDirective(std::string_view name) {
+    FTagName = "@ ";
+    FTagName += name;
+    FScan.ScanBucket = FSymbolManager.FindBucket(MakeNameKey(FTagName), FTagName);
+    FScan.ScanTag = FScan.ScanBucket ? FScan.ScanBucket->Tag.Get() : nullptr;
     if (!FScan.ScanTag) {
         HandleServerSideScript();
         StartText(Offset());
     }
     if (IsBeforeCaret(FPosition)) FInScript = false;
-    return static_cast<bool>(FScan.ScanTag);
+    return FScan.ScanTag != nullptr;
 }
 
 // This "<" begins no tag.
@@ -338,17 +359,16 @@ void TMLParser::IgnoreNamelessTag() {
 }
 
 void TMLParser::OpenScanTag() {
-    SetTagOffsetStart(FScan.ScanTag.Get(), FScan.TagStart, FScan.IsClosing, FScan.BeforeCaret);
+    SetTagOffsetStart(FScan.ScanTag, FScan.TagStart, FScan.IsClosing, FScan.BeforeCaret);
     SkipWhiteSpace();
     bool track = IsBeforeCaret(FPosition) || (FScan.OpenedBeforeCaret && !FScan.IsClosing);
-    SetTagOffsetEnd(FScan.ScanTag.Get(), Offset(), FScan.IsClosing, track);
+    SetTagOffsetEnd(FScan.ScanTag, Offset(), FScan.IsClosing, track);
 }
 
-void TMLParser::NotePendingContent() {
-    std::string_view name = FTagName;
-    if (SameText(name, std::string_view("TEXTAREA"))) FScan.PendingTextArea = true;
-    else if (SameText(name, std::string_view("SCRIPT"))) FScan.PendingScript = true;
-    else if (SameText(name, std::string_view("STYLE"))) FScan.PendingStyle = true;
+void TMLParser::NotePendingContent(const TNameKey& key) {
+    if (key == TextAreaKey) FScan.PendingTextArea = true;
+    else if (key == ScriptKey) FScan.PendingScript = true;
+    else if (key == StyleKey) FScan.PendingStyle = true;
 }
 
 void TMLParser::SkipWhiteSpace() {

@@ -31,7 +31,8 @@ TRef<INibMLTag> TMLParser::NewUnknownElement(std::string_view name) {
     return MakeRef<TNamedTag>(ToUtf16(name), &FSymbolManager, -1);
 }
 
-void TMLParser::PushTag(const TRef<INibMLTag>& tag, int32_t nameOffset) {
+void TMLParser::PushTag(int32_t nameOffset) {
+    INibMLTag* tag = FScan.ScanTag;
     TNameSlot& slot = FStacks.NeedSlot(FScan.ScanBucket, FTagName);
     PTagEntry inDocument = FStacks.Push(TTagStacks::tsDocument, tag, slot, nameOffset);
     if (FScan.BeforeCaret) FCurrentTagAttrs = &FStacks.Push(TTagStacks::tsOpen, tag, slot, nameOffset)->Attrs;
@@ -39,8 +40,7 @@ void TMLParser::PushTag(const TRef<INibMLTag>& tag, int32_t nameOffset) {
     else if (FScan.OpenedBeforeCaret) FCurrentTagAttrs = &inDocument->Attrs;
 }
 
-void TMLParser::PopTag(std::string_view name, bool beforeCaret) {
-    TTagBucket* closing = FSymbolManager.FindBucket(name, Hash(name));
+void TMLParser::PopTag(TTagBucket* closing, std::string_view name, bool beforeCaret) {
     TNameSlot* slot = FStacks.FindSlot(closing, name);
     PTagEntry inDocument = FStacks.GetInnermost(TTagStacks::tsDocument, slot);
     if (beforeCaret) {

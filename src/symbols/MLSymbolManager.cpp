@@ -14,14 +14,15 @@ bool IsClosingTag(const TRef<INibMLTag>& tag) { return Supports<INibMLClosingTag
 
 class TSymbolManagerIterator final : public TImplements<ISymbolManagerIterator> {
 public:
-    explicit TSymbolManagerIterator(TMLSymbolManager& manager) : FManager(manager) {}
-    int32_t Count() override { return static_cast<int32_t>(FManager.GetTagList().size()); }
+    explicit TSymbolManagerIterator(TMLSymbolManager& manager) : FManager(manager), FLink(&manager) {}
+    int32_t Count() override { return FLink ? static_cast<int32_t>(FManager.GetTagList().size()) : 0; }
     TRef<INibMLTag> Tags(int32_t index) override {
         return index >= 0 && index < Count() ? FManager.GetTagList()[static_cast<size_t>(index)] : nullptr;
     }
 
 private:
     TMLSymbolManager& FManager;
+    TTagContextLink FLink;  // whether there still is one
 };
 
 }  // namespace
@@ -37,6 +38,22 @@ TMLSymbolManager::~TMLSymbolManager() {
     FOwnParser.reset();
     FParser = nullptr;
     ClearTags();
+}
+
+void TMLSymbolManager::Retire() {
+    FIsRetired = true;
+    ClearTags();
+    FHiddenRoot = nullptr;
+    FCharList.Clear();
+    FClosedTags.clear();
+    FOwnParser = std::make_unique<TMLParser>(*this);
+    FParser = FOwnParser.get();
+}
+
+bool TMLSymbolManager::BeginParse() {
+    if (FIsLoading || FParseDepth != (FIsReloading ? FReloadDepth : 0)) return false;
+    ++FParseDepth;
+    return true;
 }
 
 void TMLSymbolManager::SetParser(TMLParser* parser) {
@@ -67,8 +84,10 @@ void TMLSymbolManager::AddElement(TRef<INibMLTag> tag) {
     if (!IsClosingTag(tag)) {
         auto bucket = std::make_unique<TTagBucket>();
         bucket->Tag = tag;
-        bucket->NameHash = Hash(tag->GetName());
-        FTagBuckets[bucket->NameHash].push_back(std::move(bucket));
+        bucket->Name = ToUtf8(tag->GetName());
+        bucket->Key = MakeNameKey(bucket->Name);
+        // The chain is that of the 16-bit name, as every look-up by text takes it.
+        FTagBuckets[Hash(tag->GetName())].push_back(std::move(bucket));
     }
     FTagList.push_back(std::move(tag));
 }
@@ -79,7 +98,7 @@ void TMLSymbolManager::RemoveElement(INibMLTag* tag) {
         TTagBucket* bucket = FindBucket(tag->GetName());
         if (!bucket) return;
         found = bucket->Tag;
-        auto& chain = FTagBuckets[bucket->NameHash];
+        auto& chain = FTagBuckets[Hash(bucket->Tag->GetName())];
         std::erase_if(chain, [bucket](const auto& entry) { return entry.get() == bucket; });
     }
     auto last = std::find(FTagList.rbegin(), FTagList.rend(), found.Get());
@@ -90,17 +109,20 @@ void TMLSymbolManager::RegisterTag(TRef<INibMLTag> tag) {
     if (!FindBucket(tag->GetName())) AddElement(std::move(tag));
 }
 
-template <class TText>
-static TTagBucket* FindIn(const std::vector<std::unique_ptr<TTagBucket>>& chain, TText name) {
+TTagBucket* TMLSymbolManager::FindBucket(const TNameKey& key, std::string_view name) const {
+    if (!key.IsAscii) return FindBucket(ToUtf16(name));
+    const auto& chain = FTagBuckets[key.Bucket];
+    for (auto it = chain.rbegin(); it != chain.rend(); ++it)
+        if ((*it)->Key == key && (key.IsWhole() || SameText(name, std::string_view((*it)->Name))))
+            return it->get();
+    return nullptr;
+}
+
+TTagBucket* TMLSymbolManager::FindBucket(std::u16string_view name) const {
+    const auto& chain = FTagBuckets[Hash(name)];
     for (auto it = chain.rbegin(); it != chain.rend(); ++it)
         if (SameText(name, (*it)->Tag->GetName())) return it->get();
     return nullptr;
-}
-TTagBucket* TMLSymbolManager::FindBucket(std::string_view name, uint32_t hash) const {
-    return FindIn(FTagBuckets[hash], name);
-}
-TTagBucket* TMLSymbolManager::FindBucket(std::u16string_view name) const {
-    return FindIn(FTagBuckets[Hash(name)], name);
 }
 
 TRef<INibMLTag> TMLSymbolManager::GetTagFromHashList(std::u16string_view name) const {

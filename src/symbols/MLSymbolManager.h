@@ -16,6 +16,7 @@
 
 #include "markup/MLParserUtils.h"
 #include "symbols/ContextFixups.h"
+#include "symbols/NameKey.h"
 #include "tagmodel/AsciiCharList.h"
 #include "tagmodel/HTMLTag.h"
 #include "tagmodel/TagContext.h"
@@ -40,7 +41,8 @@ struct TNameSlot {
 struct TTagBucket {
     TRef<INibMLTag> Tag;
     TRef<INibMLEditor> Editor;
-    uint32_t NameHash = 0;
+    TNameKey Key;
+    std::string Name;  ///< UTF-8, for names that the key does not hold whole
     TNameSlot Slot;
 };
 
@@ -71,8 +73,8 @@ public:
     void KeepTag(TRef<INibMLTag> tag) { FLooseTags.push_back(std::move(tag)); }
     /// What a name in a document means; null if the schema has no such element.
     TRef<INibMLTag> GetTagFromHashList(std::u16string_view name) const;
-    /// The same for a name as bytes, with its hash at hand; borrowed.
-    TTagBucket* FindBucket(std::string_view name, uint32_t hash) const;
+    /// The same for a name as bytes, with its key at hand; borrowed.
+    TTagBucket* FindBucket(const TNameKey& key, std::string_view name) const;
     TTagBucket* FindBucket(std::u16string_view name) const;
     /// Registered tags, in order of registration, closing tags included.
     const std::vector<TRef<INibMLTag>>& GetTagList() const { return FTagList; }
@@ -96,6 +98,11 @@ public:
 
     TMLParser& GetParser() const { return *FParser; }
     void SetParser(TMLParser* parser);
+    /// Asked by a parser before it parses: false while a parse or a load is under way, so
+    /// that an observer, a reader or the message view cannot start another inside it. The
+    /// one parse that a new schema asks for is let through. EndParse follows a true answer.
+    bool BeginParse();
+    void EndParse() { --FParseDepth; }
     /// The parser's current tag, or the hidden root at the top level. Null before any schema.
     TRef<INibMLTag> GetCurrentTag() const;
     /// The tag whose children or attributes the list shows. Null before any schema.
@@ -164,6 +171,13 @@ public:
 
     TAsciiCharList& GetCharList() { return FCharList; }
 
+    // ---- The end of the package.
+
+    /// Empties the tables and drops parser state and observers. The manager of a host that
+    /// has kept it lives on with nothing to offer.
+    void Retire();
+    bool IsRetired() const { return FIsRetired; }
+
     // ---- Loading (DTDLoader.cpp, XSDLoader.cpp). root is the hidden root, or the tag
     // under which an output language or the global controls go.
 
@@ -175,6 +189,8 @@ public:
 
 private:
     void SelectXMLSchema(const std::string& value);
+    /// False if there is no such file.
+    bool LoadTable(const std::string& file, bool exists);
     void LoadSchema(const std::string& extension);
     void LoadOutputLanguage();
     void LoadServerControls();
@@ -197,6 +213,10 @@ private:
     bool FIsASPEnabled = false;
     bool FASPChanged = false;
     bool FIsReloading = false;
+    bool FIsLoading = false;  // between the old table and the new
+    bool FIsRetired = false;
+    int32_t FParseDepth = 0;
+    int32_t FReloadDepth = 0;  // of parses around the reload
     TContextFixups FFixups;
     std::unique_ptr<TMLParser> FOwnParser;
     TMLParser* FParser = nullptr;  // the own one, or the one that parsed last
@@ -206,9 +226,10 @@ private:
 struct ISymbolManagerIterator : IRefCounted {
     static constexpr TGuid Id = Guid("89453cee-6c8b-49f9-9f19-75255952f06c");
     using Parent = IRefCounted;
-    virtual int32_t Count() = 0;
+    virtual int32_t Count() = 0;  ///< 0 once the symbol manager is gone
+    /// In order of registration, from 0; null out of range.
     virtual TRef<INibMLTag> Tags(int32_t index) = 0;
 };
-TRef<ISymbolManagerIterator> GetSymbolManagerIterator(TMLSymbolManager& manager);
+CARETWELL_API TRef<ISymbolManagerIterator> GetSymbolManagerIterator(TMLSymbolManager& manager);
 
 }  // namespace caretwell

@@ -55,7 +55,7 @@ TEST(Typing, Elements) {
         {"<div>^\n", "<u{Esc}", "<div><u^\n"},
         {"<div>^\n", "<xyz>", "<div><xyz>^</xyz>\n"},
         {"^", "<ht>", "<html>^</html>"},
-        {"<ul><li>x^</ul>\n", "</l{Enter}", "<ul><li>x</li^</ul>\n"},  // text before the tag is none of it
+        {"<ul><li>x^</ul>\n", "</u{Enter}", "<ul><li>x</ul^</ul>\n"},  // text before the tag is none of it
         {"<b>\xC3\xA9^\xC3\xA9</b>\n", "<sp>", "<b>\xC3\xA9<span>^</span>\xC3\xA9</b>\n"},
     };
     for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys), c.FExpect) << c.FText << " + " << c.FKeys;
