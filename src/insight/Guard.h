@@ -6,6 +6,7 @@
 #include <exception>
 
 #include "host/EngineCall.h"
+#include "schema/XMLSchema.h"
 #include "symbols/MLSymbolManager.h"
 
 namespace caretwell {
@@ -19,6 +20,8 @@ void Guarded(TMLSymbolManager& symbols, TAction action) noexcept {
         if (!call.IsAllowed() || symbols.IsRetired()) return;
         try {
             action();
+        } catch (const EXMLSchemaError& problem) {
+            symbols.Error(problem.FFileName, problem.what(), "Failure", problem.FLine, 0);
         } catch (const std::exception& problem) {
             symbols.Error(symbols.GetSchemaFile(), problem.what(), "Failure", 0, 0);
         }
