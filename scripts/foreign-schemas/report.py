@@ -32,9 +32,11 @@ def run(command, path):
     start = time.perf_counter()
     process = subprocess.run(words, capture_output=True, check=False)
     elapsed = (time.perf_counter() - start) * 1000
-    output, _, memory = process.stdout.rstrip().rpartition(b"\n")
+    # The answer is one line; behind it "time" tells of an exit status, and of the memory.
+    lines = process.stdout.splitlines()
+    memory = lines[-1]
     try:
-        answer = json.loads(output)
+        answer = json.loads(lines[0])
     except ValueError:
         answer = None
     errors = process.stderr.decode(errors="replace").strip()
