@@ -210,7 +210,10 @@ private:
 
     // Observers
     bool IsObserved() const { return !FCallbacks.empty(); }
-    void Callback(INibMLMarkupPos* element, TTagType type, int32_t offsetStart, int32_t offsetEnd);
+    void Callback(INibMLMarkupPos* element, TTagType type, int32_t offsetStart, int32_t offsetEnd) {
+        if (IsObserved()) Tell(element, type, offsetStart, offsetEnd);
+    }
+    void Tell(INibMLMarkupPos* element, TTagType type, int32_t offsetStart, int32_t offsetEnd);
     void ReportText(int32_t offsetEnd);
     void CollectText();
     void StartText(int32_t offset);

@@ -23,7 +23,7 @@ void TMLParser::CallbacksInvalidate() {
 }
 
 // A parse stops early only when every observer asks for it in the same call.
-void TMLParser::Callback(INibMLMarkupPos* element, TTagType type, int32_t offsetStart, int32_t offsetEnd) {
+void TMLParser::Tell(INibMLMarkupPos* element, TTagType type, int32_t offsetStart, int32_t offsetEnd) {
     // The end of a directive that the schema does not have, for one, speaks of no element.
     if (FCallbacks.empty() || !element) return;
     size_t votes = 0;
