@@ -5,6 +5,7 @@
 //
 // Attributes are made when somebody first asks for those of an element: a schema gives
 // a hundred to each of two hundred elements, and a document uses few of them.
+#include <algorithm>
 #include <exception>
 
 #include "schema/DTDParser.h"
@@ -124,7 +125,7 @@ public:
     /// False if the schema is too large to be linked whole.
     bool Load() {
         ForEachSymbol([this](TDTDSymbol& symbol) { Register(symbol); });
-        FManager.GetCharList().AlphaSort();
+        AddEntities();
         FRoot.SetShowAttributes(false);
         FRoot.AlphaSort();
         ForEachSymbol([this](TDTDSymbol& symbol) {
@@ -153,8 +154,7 @@ private:
     TEntry& EntryOf(const TDTDElement& element) { return FEntries[static_cast<size_t>(element.FOrdinal)]; }
 
     void Register(TDTDSymbol& symbol) {
-        if (auto* entity = SymbolAs<TDTDEntity>(&symbol))
-            FManager.GetCharList().AddEntity(ToUtf16(entity->FName), entity->GetValues(0));
+        if (auto* entity = SymbolAs<TDTDEntity>(&symbol)) FEntities.push_back(entity);
         auto* element = SymbolAs<TDTDElement>(&symbol);
         if (!element || !IsElementName(*element)) return;
         std::u16string name = ToUtf16(element->FName);
@@ -163,6 +163,18 @@ private:
         EntryOf(*element) = {.Tag = tag.Get(), .IsOwn = true, .IsLookedUp = true};
         FManager.RegisterTag(tag);
         FRoot.AddTag(tag);
+    }
+
+    // A list that was sorted once puts every entity in its place: in the order of their
+    // names that is the end. Of names that differ by case only the first counts then.
+    void AddEntities() {
+        std::stable_sort(FEntities.begin(), FEntities.end(), [](const TDTDEntity* a, const TDTDEntity* b) {
+            return CompareText(std::string_view(a->FName), std::string_view(b->FName)) < 0;
+        });
+        TAsciiCharList& list = FManager.GetCharList();
+        for (const TDTDEntity* entity : FEntities)
+            list.AddEntity(ToUtf16(entity->FName), entity->GetValues(0));
+        list.AlphaSort();
     }
 
     TRef<THTMLTag> MakeTag(TDTDElement& element, const std::u16string& name) {
@@ -255,6 +267,7 @@ private:
     TDTDParser& FParser;
     THTMLTag& FRoot;
     std::vector<TEntry> FEntries;  // by the ordinal of the element
+    std::vector<TDTDEntity*> FEntities;
     const TDTDExprNode* FMarkedExclusions = nullptr;
     size_t FChildren = 0;
     size_t FSteps = 0;
