@@ -32,13 +32,22 @@ bool IsClosingForm(std::u16string_view token) { return token.size() >= 2 && toke
 
 bool Contains(const TCharSet& set, char16_t c) { return c > 255 || set.Contains(static_cast<uint8_t>(c)); }
 
+/// Byte offset of the place so many characters before the caret. Bytes that are no UTF-8
+/// read as other text than they are, so that the length of a text does not tell it.
+int32_t OffsetBefore(INibEditView& view, int32_t characters) {
+    if (characters == 0) return GetCaretOffset(view);
+    TSavedPlace place(view);
+    place.Position().MoveBy(0, -characters);
+    return GetCaretOffset(view);
+}
+
 /// An insertion at the caret, behind so many characters taken away.
 TChoiceEdit InsertAtCaret(INibEditView& view, std::u16string text, std::u16string_view deleted) {
     TChoiceEdit edit;
     edit.Way = TChoiceEdit::ceInsert;
     edit.End = GetCaretOffset(view);
-    edit.Start = edit.End - Utf8Length(deleted);
     edit.DeleteBack = CountCharacters(deleted);
+    edit.Start = OffsetBefore(view, edit.DeleteBack);
     edit.CaretOffset = edit.Start + Utf8Length(text);
     edit.Text = std::move(text);
     return edit;
@@ -178,16 +187,40 @@ std::string ReadBytes(INibEditView& view, int32_t start, int32_t end) {
     return bytes;
 }
 
+/// A value as it stands around the caret: from behind the "=" to the caret, and the text
+/// that follows.
+struct TWrittenValue {
+    TWrittenValue(std::string typed, std::string_view following) {
+        size_t first = typed.find_first_not_of(" \t\r\n");
+        if (first != std::string::npos && (typed[first] == '"' || typed[first] == '\'')) {
+            OpenQuote = typed[first];
+            typed.erase(0, first + 1);
+        }
+        size_t stop = following.find_first_of(OpenQuote ? std::string("<>\r\n") + OpenQuote : "<> \t\r\n");
+        IsClosed = OpenQuote && stop != std::string_view::npos && following[stop] == OpenQuote;
+        // A slash before the end of the tag is part of that end.
+        if (!OpenQuote && stop != std::string_view::npos && stop > 0 && following.substr(stop - 1, 2) == "/>")
+            --stop;
+        if (IsClosed || !OpenQuote) Ahead = static_cast<int32_t>(std::min(stop, following.size()));
+        Text = typed.append(following.substr(0, static_cast<size_t>(Ahead)));
+    }
+    std::string Text;  // without quotes
+    char OpenQuote = 0;
+    bool IsClosed = false;
+    int32_t Ahead = 0;  // bytes of it behind the caret
+};
+
 constexpr bool NeedsNoBlank(char c, char alsoFine) { return c == '\t' || c == ' ' || c == alsoFine; }
 
 }  // namespace
 
 /// The value at the caret as it stands in the buffer now.
 ///
-/// A quoted value is taken from its opening quote. It is closed if its quote follows on
-/// the line before any angle bracket; otherwise the quote was never closed, and only
-/// what was typed before the caret is the value: the text up to some later quote of the
-/// page is not replaced.
+/// The user has typed since the parse, and the engine may have put quotes in, so it is
+/// read anew from behind the "=". A quoted value is closed if its quote follows on the
+/// line before any angle bracket; otherwise the quote was never closed, and only what was
+/// typed before the caret is the value: the text up to some later quote of the page is not
+/// replaced. A value without quotes goes up to a blank or the end of the tag.
 TAttributeEdit TMLKibitzManager::DescribeValue(INibEditView& view) {
     TMLParser& parser = GetParser();
     TAttributeEdit edit;
@@ -205,17 +238,18 @@ TAttributeEdit TMLKibitzManager::DescribeValue(INibEditView& view) {
     auto tag = FSymbols.GetCurrentTag();
     edit.TagEnd = tag ? tag->GetOffsetEnd() : 0;
     int32_t caret = GetCaretOffset(view);
-    if (!edit.OpenQuote || parser.FValueOffset < 0 || caret < parser.FValueOffset) return edit;
+    if (parser.FAttributeValueStart < 0 || caret < parser.FAttributeValueStart) return edit;
 
     constexpr int32_t LongestLookAhead = 4096;
-    std::string typed = ReadBytes(view, parser.FValueOffset, caret);
-    std::string ahead = ReadBytes(view, caret, caret + LongestLookAhead);
-    size_t stop = ahead.find_first_of(std::string("<>\r\n") + edit.OpenQuote);
-    bool isClosed = stop != std::string::npos && ahead[stop] == edit.OpenQuote;
-    if (isClosed) typed += ahead.substr(0, stop);
-    edit.OldValue = ToUtf16(typed);
-    edit.CloseQuote = isClosed ? edit.OpenQuote : '\0';
-    edit.AttributeEnd = caret + (isClosed ? static_cast<int32_t>(stop) + 1 : 0);
+    TWrittenValue written(ReadBytes(view, parser.FAttributeValueStart, caret),
+                          ReadBytes(view, caret, caret + LongestLookAhead));
+    edit.AttributeStart = parser.FAttributeStart;
+    edit.ValueStart = parser.FAttributeValueStart;
+    edit.OldValue = ToUtf16(written.Text);
+    edit.OldLength = static_cast<int32_t>(written.Text.size());
+    edit.OpenQuote = written.OpenQuote;
+    edit.CloseQuote = written.IsClosed ? written.OpenQuote : '\0';
+    edit.AttributeEnd = caret + written.Ahead + written.IsClosed;
     edit.ExtendByFilter = false;
     // What other strings of the document were left open does not concern this one.
     edit.Context = pcNone;
@@ -274,7 +308,8 @@ TChoiceEdit TMLKibitzManager::ComposeAttributeValue(const TAttributeEdit& value)
     } else if (isInDocument) {
         auto grown = static_cast<int32_t>(GetFilter().size()) - static_cast<int32_t>(FInitialFilter.size());
         edit.End = value.AttributeEnd + (value.ExtendByFilter ? std::max(grown, 0) : 0);
-        edit.Start = value.AttributeEnd - Utf8Length(value.OldValue);
+        edit.Start =
+            value.AttributeEnd - (value.OldLength >= 0 ? value.OldLength : Utf8Length(value.OldValue));
         if (value.OpenQuote) edit.Start -= value.CloseQuote ? 2 : 1;
         bool isQuoted = value.OpenQuote || value.CloseQuote || FAutoQuote ||
                         value.NewValue.find_first_of(u" \t") != std::u16string::npos;

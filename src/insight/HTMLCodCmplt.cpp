@@ -87,9 +87,7 @@ int32_t TMLKibitzManager::GetCount() {
 }
 
 bool TMLKibitzManager::GetSymbolIsAbstract(int32_t index) {
-    TListKind kind = GetListKind();
-    bool hasTags = kind == TListKind::Elements || kind == TListKind::Attributes;
-    return hasTags && Supports<INibMLClosingTag>(FSymbols.GetMLTag(index));
+    return GetListKind() == TListKind::Elements && Supports<INibMLClosingTag>(FSymbols.GetMLTag(index));
 }
 
 int32_t TMLKibitzManager::FindIdent(std::u16string_view ident) {

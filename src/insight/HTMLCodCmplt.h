@@ -33,6 +33,7 @@ struct TAttributeEdit {
     std::u16string AttributeName;
     std::u16string NewValue;  ///< empty takes the attribute away
     std::u16string OldValue;
+    int32_t OldLength = -1;  ///< in bytes, where that of OldValue does not tell it; below 0 it does
     int32_t AttributeStart = 0;
     int32_t AttributeEnd = 0;
     int32_t TagEnd = 0;
@@ -188,8 +189,10 @@ private:
     // Invocation
     void LoadOptions();
     bool OpenList(TNibInvokeType howInvoked, std::u16string& text);
+    void ParseView(const TRef<INibEditView>& view);
     bool ChooseList(TNibInvokeType howInvoked, INibEditView& view, bool& runTail);
     void HelpTyping(INibEditView& view);
+    void ShowWhatCaretIsIn();
     void SetListFilter(bool& result, std::u16string_view text);
     void InsertQuotes(INibEditView& view);
     void CloseEmptyElements(INibEditView& view);

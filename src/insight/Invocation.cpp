@@ -6,6 +6,7 @@
 #include "insight/Guard.h"
 #include "insight/HTMLCodCmplt.h"
 #include "parser/MLParser.h"
+#include "symbols/FileToSchemaMapper.h"
 
 namespace caretwell {
 namespace {
@@ -32,6 +33,12 @@ void MoveCaretTo(INibEditView& view, int32_t row, int32_t column) {
 void MoveCaretTo(INibEditView& view, int32_t offset, TNibCharPos position) {
     if (auto offsets = QueryAs<INibOffsetView>(&view)) offsets->SetCaretOffset(offset);
     else view.SetCaretPos(view.CharPosToEditPos(position));
+}
+
+/// Typing aids move the caret by what they insert, so they keep off a buffer that takes nothing.
+bool CanWrite(INibEditView& view) {
+    auto buffer = view.Buffer();
+    return buffer && buffer->CreateWriter();
 }
 
 /// Sets a flag for the time of a scope.
@@ -92,6 +99,23 @@ bool TMLKibitzManager::InvokeCodeCompletion(TNibInvokeType howInvoked, std::u16s
     return result;
 }
 
+// A user control is parsed as if it stood in a body element. That of its schema is only
+// known when the first parse has loaded it.
+void TMLKibitzManager::ParseView(const TRef<INibEditView>& view) {
+    auto parse = [&] {
+        GetParser().Parse(view->CaretPos(), MakeRef<TMLBufferProducer>(view, 0), FContextTag);
+    };
+    auto buffer = view->Buffer();
+    bool isControl = !FContextTag && buffer && ExtensionOf(buffer->FileName()) == ".ascx";
+    if (isControl) FContextTag = FSymbols.GetTagFromHashList(u"body");
+    parse();
+    if (!isControl) return;
+    auto body = FSymbols.GetTagFromHashList(u"body");
+    if (body == FContextTag) return;
+    FContextTag = body;
+    parse();
+}
+
 bool TMLKibitzManager::OpenList(TNibInvokeType howInvoked, std::u16string& text) {
     FContext = ContextNone;
     LoadOptions();
@@ -100,9 +124,7 @@ bool TMLKibitzManager::OpenList(TNibInvokeType howInvoked, std::u16string& text)
     auto view = services ? services->CurrentEditView() : nullptr;
     if (!view) return false;
     TMLParser& parser = GetParser();
-    // A user control is parsed as if it stood in a body element.
-    if (!FContextTag && IsASCXFile()) FContextTag = FSymbols.GetTagFromHashList(u"body");
-    if (FInvokeKey != '&') parser.Parse(view->CaretPos(), MakeRef<TMLBufferProducer>(view, 0), FContextTag);
+    if (FInvokeKey != '&') ParseView(view);
     FCompletionKey = 0;
     if (FSymbols.GetSchemaFile().empty()) return false;
     if (FInvokeKey == '<' && parser.FInTag && !Supports<INibMLNamedTag>(parser.FCurrentTag)) return false;
@@ -116,6 +138,7 @@ bool TMLKibitzManager::OpenList(TNibInvokeType howInvoked, std::u16string& text)
     bool isQuiet = parser.FInScript || parser.FInStyle || parser.GetInDocType();
     bool result = !isQuiet && ChooseList(howInvoked, *view, runTail);
     if (runTail) SetListFilter(result, text);
+    else ShowWhatCaretIsIn();
     return result;
 }
 
@@ -131,12 +154,14 @@ bool TMLKibitzManager::ChooseList(TNibInvokeType howInvoked, INibEditView& view,
         return true;
     }
     if (parser.GetInAttribute()) {
-        if (parser.FCurrentAttribute->GetCount() != 0 && FAutoCompletions && FAutoQuote) InsertQuotes(view);
+        bool isHelped = FAutoCompletions && FAutoQuote && parser.FCurrentAttribute->GetCount() != 0;
+        if (isHelped && CanWrite(view)) InsertQuotes(view);
         return true;
     }
     FContext = ContextTag;
     if (FInvokeKey == '=') return false;
-    if (FAutoCompletions && !parser.FInTag && !parser.FCaretInTagName) HelpTyping(view);
+    bool isInText = !parser.FInTag && !parser.FCaretInTagName;
+    if (FAutoCompletions && isInText && CanWrite(view)) HelpTyping(view);
     return true;
 }
 
@@ -145,12 +170,18 @@ void TMLKibitzManager::HelpTyping(INibEditView& view) {
     if (FInvokeKey == '>') InsertClosingTag(view);
 }
 
-void TMLKibitzManager::SetListFilter(bool& result, std::u16string_view text) {
+// The range of the current tag goes over its attributes when the caret stands among them.
+void TMLKibitzManager::ShowWhatCaretIsIn() {
     const TMLParser& parser = GetParser();
+    auto tag = FSymbols.GetCurrentTag();
+    bool isRoot = tag == FSymbols.GetHiddenRootNode();
+    if (tag && !isRoot && !Supports<INibMLNamedTag>(tag))
+        tag->SetShowAttributes(parser.FInTag && !parser.FCaretInTagName);
+}
+
+void TMLKibitzManager::SetListFilter(bool& result, std::u16string_view text) {
     if (auto tag = FSymbols.GetCurrentTag()) {
-        bool isRoot = tag == FSymbols.GetHiddenRootNode();
-        if (!isRoot && !Supports<INibMLNamedTag>(tag))
-            tag->SetShowAttributes(parser.FInTag && !parser.FCaretInTagName);
+        ShowWhatCaretIsIn();
         if (result) tag->SetFilter(text);
         // The list may be that of another tag, of an attribute, or the entities.
         if (result) SetFilter(text);

@@ -26,7 +26,9 @@ struct TFilteredRange {
     int32_t End = 0;    ///< last visible index; Start - 1 when nothing is visible
     std::basic_string<C> Filter;
 
-    int32_t GetCount(int32_t listSize) const { return std::min(End - Start + 1, listSize); }
+    /// Never below 0, though a filter that does not go on from the last one may leave the
+    /// two ends crossed.
+    int32_t GetCount(int32_t listSize) const { return std::clamp(End - Start + 1, 0, listSize); }
     void ShowAll(int32_t last) {
         Start = 0;
         End = last;

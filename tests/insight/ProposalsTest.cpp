@@ -33,6 +33,9 @@ TEST(Proposals, AttributesAndValues) {
         {"<a href=\"^\">", "uri..."},
         {"<a title=\"^\">", "-"},  // no values
         {"<nothing ^>", "-"},
+        {"<input checked ^>", "type"},  // a bare name has no value to complete
+        {"<a href ^", "target title"},
+        {"<a hr^", "href"},
     };
     for (const auto& c : cases) EXPECT_EQ(Propose(c.FText), c.FExpect) << c.FText;
 }
@@ -42,6 +45,20 @@ TEST(Proposals, NothingInRawContent) {
         EXPECT_EQ(Propose(text), "-") << text;
     // A text area is text like any other: what is open can be closed there.
     EXPECT_EQ(Propose("<textarea>a ^ "), "</textarea>");
+}
+
+// A user control stands in a body, from the first list on.
+TEST(Proposals, UserControls) {
+    EXPECT_EQ(Propose("^ ", "part.ascx"), "a b br div form img p span table ul");
+}
+
+// Nothing is inserted, so nothing moves the caret.
+TEST(Proposals, ReadOnlyText) {
+    TTestHost host("<?xml version='1.0'?><p><br>^ x");
+    std::string before = host.Text();
+    host.Document().Text().SetReadOnly(true);
+    EXPECT_TRUE(host.Driver().OpenList());
+    EXPECT_EQ(host.Text(), before);
 }
 
 TEST(Proposals, Entities) {

@@ -43,6 +43,7 @@ TEST(Observers, AreToldWhatLiesBeforeTheCaret) {
         {"<!DOCTYPE html SYSTEM \"loose.dtd\">^",
          "attribute(html)10-15 attribute(SYSTEM)15-22 attribute(\"loose.dtd\")23-32 doctype(doctype)0-34 text()32-34 "},
         {"<p>^<b>x</b>", "open(p)0-3 "},
+        {"<%@ no x %>></!DOCTYPE>^", "script( x )0-11 text()21-23 "},  // nothing is told of what is no element
         {"<script>a<b</script>^", "open(script)0-8 text(a<b)6-10 close(script)11-20 text()18-20 "},
     };
     for (const auto& c : cases) EXPECT_EQ(Events(c.FText, {MakeRef<TRecorder>()}), c.FExpect) << c.FText;

@@ -77,6 +77,14 @@ TEST(Typing, Attributes) {
         {"<p><a target=\"_t^", "{Ctrl+Space}{Enter}", "<p><a target=\"_top\"^"},
         {"<table><td bgcolor=^>\n", "{Ctrl+Space}{Enter}", "<table><td bgcolor=\"#ff0000\"^>\n"},
         {"<p><img src=\"^\">\n", "{Ctrl+Space}{Enter}", "<p><img src=\"logo.png\"^>\n"},
+        // A value without quotes: typed on, taken back, broken, before "/>", behind one of its name.
+        {"<p><a target=_bl^>x", "{Ctrl+Space}{Backspace}{Backspace}s{Enter}", "<p><a target=\"_self\"^>x"},
+        {"<p><a target=_t^", "{Ctrl+Space}{Enter}", "<p><a target=\"_top\"^"},
+        {"<p><a target=\xFF^>x", "{Ctrl+Space}{Down}{Enter}", "<p><a target=\"_parent\"^>x"},
+        {"<p><a target=_t^/>x", "{Ctrl+Space}{Enter}", "<p><a target=\"_top\"^/>x"},
+        {"<p><a target=x target=_t^>", "{Ctrl+Space}{Enter}", "<p><a target=x target=\"_top\"^>"},
+        {"<p><a target=_t^> <!-- x", "{Ctrl+Space}{Enter}", "<p><a target=\"_top\"^> <!-- x"},
+        {"<p ^>\n", "&", "<p &^>\n [align class]"},
         {"<p ^>\n", "{Ctrl+Space}>", "<p >^</p>>\n"},
         {"<p ^>\n", "{Ctrl+Space}\"", "<p \"^>\n"},
     };
@@ -87,6 +95,7 @@ TEST(Typing, AutoQuote) {
     const TCase cases[] = {
         {"<p><a hr^>x</a>\n", "{Ctrl+Space}{Enter}", "<p><a href=\"^\">x</a>\n"},
         {"<p><a ta^>x</a>\n", "{Ctrl+Space}{Enter}{Ctrl+Space}_t{Enter}", "<p><a target=\"_top\"^>x</a>\n"},
+        {"<p><a target^>x</a>\n", "=_t{Enter}", "<p><a target=\"_top\"^>x</a>\n"},
         {"<p><a target^>x</a>\n", "=", "<p><a target=\"^\">x</a>\n [_blank _parent _self _top]"},
         {"<div>^\n", "{Ctrl+Space}im{Enter}", "<div><img alt src=\"\"^\n"},
     };
