@@ -1,4 +1,4 @@
-// A host with the small schema of the tests, and the shortest way from a text with a
+// A host with the small schema of the tests (or another), and the shortest way from a text with a
 // caret in it to what the engine says there.
 #pragma once
 
@@ -16,23 +16,33 @@ namespace caretwell::test {
 /// Opens `text`, whose caret is the first '^', in a session of its own.
 class TTestHost {
 public:
-    explicit TTestHost(std::string_view text, const char* fileName = "page.html", THostOptions options = {}) {
-        options.SchemaFolder = CARETWELL_SOURCE_DIR "/tests/data/schemas";
+    explicit TTestHost(std::string_view text, const char* fileName = "page.html", THostOptions options = {})
+        : TTestHost(std::move(options)) {
+        std::string document(text);
+        size_t caret = document.find('^');
+        if (caret != std::string::npos) document.erase(caret, 1);
+        OpenBytes(std::move(document), fileName);
+        if (caret != std::string::npos) FDocument->View().SetCaretOffset(static_cast<int32_t>(caret));
+    }
+    /// Without a document; it has to be opened first of all.
+    explicit TTestHost(THostOptions options) {
+        if (options.SchemaFolder.empty()) options.SchemaFolder = CARETWELL_SOURCE_DIR "/tests/data/schemas";
         options.SettingsFile = "/nonexistent/settings.json";
         FSession = std::make_unique<THostSession>(std::move(options));
         StartMLParser();
         FIndex = FSession->Registry().Register(MarkupLanguageManager());
-        std::string document(text);
-        size_t caret = document.find('^');
-        if (caret != std::string::npos) document.erase(caret, 1);
-        FDocument = &FSession->Open(document, fileName);
-        if (caret != std::string::npos) FDocument->View().SetCaretOffset(static_cast<int32_t>(caret));
     }
     ~TTestHost() {
-        FSession->CloseDocument(*FDocument);
+        if (FDocument) FSession->CloseDocument(*FDocument);
         FSession->Registry().Unregister(FIndex);
         ReleaseMarkupLanguageManager();
         EndMLParser();
+    }
+
+    /// Opens a text as it is, in the place of the one before.
+    void OpenBytes(std::string text, const char* fileName) {
+        if (FDocument) FSession->CloseDocument(*FDocument);
+        FDocument = &FSession->Open(std::move(text), fileName);
     }
 
     THostSession& Session() { return *FSession; }
