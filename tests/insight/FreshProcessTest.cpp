@@ -1,0 +1,84 @@
+// A caret's list does not depend on the carets before it: a host that has seen many says
+// the same as a new one. CARETWELL_FRESH_CARETS=10000 does it on the example page with
+// the schema that ships.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <random>
+
+#include "support/Invariants.h"
+
+namespace caretwell::test {
+namespace {
+
+std::string OutcomeAt(TTestHost& host, int32_t caret) {
+    host.Document().View().SetCaretOffset(caret);
+    host.Driver().OpenList();
+    return Outcome(host);
+}
+
+struct TPage {
+    std::string FText;
+    const char* FName = "page.html";
+    std::string FSchemas{};
+};
+
+void CompareWithFresh(const TPage& page, int count) {
+    auto open = [&] {
+        THostOptions options;
+        options.SchemaFolder = page.FSchemas;
+        auto host = std::make_unique<TTestHost>(std::move(options));
+        host->OpenBytes(page.FText, page.FName);
+        return host;
+    };
+    std::mt19937 random(7);
+    std::vector<std::pair<int32_t, std::string>> expected;
+    for (int i = 0; i < count; ++i) {
+        auto caret = static_cast<int32_t>(random() % (page.FText.size() + 1));
+        expected.emplace_back(caret, OutcomeAt(*open(), caret));
+    }
+    auto host = open();
+    for (const auto& [caret, outcome] : expected) {
+        ASSERT_EQ(OutcomeAt(*host, caret), outcome) << page.FName << " at " << caret;
+        // What is done with a list leaves no trace either: a filter, a choice, a dismissal.
+        switch (random() % 4) {
+            case 0: host->Driver().TypeChar('t'); break;
+            case 1:
+                host->Driver().PressKey(ekDown);
+                host->Driver().PressKey(ekEnter);
+                break;
+            case 2: host->Driver().TypeChar(' '); break;
+            default: host->Driver().Dismiss();
+        }
+        while (host->Driver().Undo()) continue;
+        ASSERT_EQ(host->Document().Text().Text(), page.FText);
+    }
+}
+
+const std::string Mixed =
+    "<!DOCTYPE html><html><head><title>a &am</title><script>if (a < b) \"</p>\"</script></head>\n"
+    "<body bgcolor=\"\" onload='x'>\r\n<p class=a align=\"left\">it's <b>x</p><ul><li>a<li><a href=x "
+    "target=\"_s\">"
+    "y</ul><div\n><table><td bgcolor><tr><td>&amp; &a <img src=\"a>b\" alt=''><br/><nothing "
+    "at=1><p</nothing>\n"
+    "<form action><input checked type=\"\"><textarea><p></textarea></form><!-- <p> --><% a %>\xC3\xA9<sp\n";
+
+TEST(FreshProcess, SaysTheSame) {
+    CompareWithFresh({Mixed}, 1200);
+    CompareWithFresh({"<?xml version='1.0'?>" + Mixed}, 300);
+    CompareWithFresh({"<xsl:stylesheet><xsl:template match=\"\">" + Mixed + "<xsl:if test><p>", "page.xsl"},
+                     500);
+}
+
+TEST(FreshProcess, OnTheExamplePage) {
+    const char* count = std::getenv("CARETWELL_FRESH_CARETS");
+    if (!count) GTEST_SKIP() << "CARETWELL_FRESH_CARETS is not set";
+    std::ifstream file(CARETWELL_SOURCE_DIR "/examples/page.html", std::ios::binary);
+    std::string text{std::istreambuf_iterator<char>(file), {}};
+    ASSERT_FALSE(text.empty());
+    CompareWithFresh({text, "page.html", CARETWELL_SOURCE_DIR "/schemas"}, std::atoi(count));
+}
+
+}  // namespace
+}  // namespace caretwell::test
