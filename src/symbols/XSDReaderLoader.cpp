@@ -78,6 +78,7 @@ public:
         FReader.FTags.emplace();
         ForEachElement([this](const TXSDElement& element) { MakeTag(element); });
         ForEachElement([this](const TXSDElement& element) { FillTag(element); });
+        for (const auto& [tag, types] : FFilled) tag->AlphaSort();
         for (const auto& parent : FParents) parent->AlphaSort();
         FRoot.AlphaSort();
     }
@@ -128,8 +129,9 @@ private:
     void FillTag(const TXSDElement& element) {
         INibMLTag* tag = FindTag(element);
         if (!tag) return;
-        AddChildren(*tag, GetType(FReader, element));
-        tag->AlphaSort();
+        // Many elements of one name have one type, the templates of controls above all.
+        const TXSDType* type = GetType(FReader, element);
+        if (FFilled[tag].insert(type).second) AddChildren(*tag, type);
     }
 
     // An element that is not to be offered has its children in its place, and those may
@@ -179,6 +181,7 @@ private:
     std::vector<TRef<INibMLTag>> FParents;
     std::string FFileName;
     std::unordered_map<const TXSDElement*, INibMLTag*> FFound;
+    std::unordered_map<INibMLTag*, std::unordered_set<const TXSDType*>> FFilled;
     TTagLimits FLimits;
     bool FIsFull = false;
 };

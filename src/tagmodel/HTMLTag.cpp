@@ -1,17 +1,37 @@
 #include "tagmodel/HTMLTag.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace caretwell {
 namespace {
 
 template <class I>
+bool IsInOrder(const std::vector<TRef<I>>& list) {
+    std::u16string_view last;
+    for (const auto& object : list) {
+        std::u16string_view name = object->GetName();
+        if (CompareText(name, last) < 0) return false;
+        last = name;
+    }
+    return true;
+}
+
+// Lists are sorted again around every parse, mostly unchanged. Names are asked for once
+// each: they lie far from the list and behind the case of the moment.
+template <class I>
 void SortByName(std::vector<TRef<I>>& list) {
-    auto less = [](const TRef<I>& a, const TRef<I>& b) {
-        return CompareText(a->GetName(), b->GetName()) < 0;
-    };
-    // Lists are sorted again around every parse, mostly unchanged.
-    if (!std::is_sorted(list.begin(), list.end(), less)) std::sort(list.begin(), list.end(), less);
+    if (IsInOrder(list)) return;
+    std::vector<std::pair<std::u16string_view, size_t>> places;
+    for (const auto& object : list) places.emplace_back(object->GetName(), places.size());
+    std::sort(places.begin(), places.end(), [](const auto& a, const auto& b) {
+        int order = CompareText(a.first, b.first);
+        return order ? order < 0 : a.second < b.second;
+    });
+    std::vector<TRef<I>> sorted;
+    sorted.reserve(list.size());
+    for (const auto& [name, place] : places) sorted.push_back(std::move(list[place]));
+    list.swap(sorted);
 }
 
 }  // namespace
