@@ -134,6 +134,14 @@ std::string OneLine(std::string text) {
     return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
+// The library would only say that a command is missing.
+void CheckCommand(CLI::App& app, int count, const char* const* words) {
+    if (count < 2 || words[1][0] == '-') return;
+    auto isMeant = [&](const CLI::App* command) { return command->get_name() == words[1]; };
+    if (app.get_subcommands(isMeant).empty())
+        throw TFailure(esWords, std::string(words[1]) + ": no such command, see --help");
+}
+
 // What the library cannot know of the words.
 void Check(const CLI::App& command, TArguments& arguments, const TRepeated& repeated) {
     if (arguments.Target.starts_with(InputPrefix)) arguments.Target.erase(0, 1);
@@ -166,10 +174,11 @@ TArguments ReadArguments(int count, const char* const* words) {
     CLI::App app("Completion for markup and style sheets, by the schemas that are read at run time.",
                  "caretwell");
     Describe(app, arguments, repeated);
+    CheckCommand(app, count, words);
     try {
         app.parse(PrepareWords(count, words));
     } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() != 0) throw TFailure(esWords, OneLine(error.what()));
+        if (error.get_exit_code() != 0) throw TFailure(esWords, OneLine(error.what()) + ", see --help");
         bool isVersion = dynamic_cast<const CLI::CallForVersion*>(&error) != nullptr;
         std::string answer = isVersion ? std::string(Version) + "\n" : app.help();
         std::fputs(answer.c_str(), stdout);

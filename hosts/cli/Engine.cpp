@@ -71,18 +71,26 @@ TDocument& TEngine::Open(std::string text, std::string fileName) {
     return FHost->Open(std::move(text), std::move(fileName));
 }
 
+// The parse that finds another schema leaves the caret's tag without its place, since the
+// table is new then. In an editor a document has always been parsed before.
 void TEngine::Parse(TDocument& document) {
-    Prepare(document);
-    TRef<INibMLTag> body;
-    if (Markup().IsASCXFile()) Markup().GetTagFromHashList(u"body", body);
-    ParseIn(document, std::move(body));
+    std::string before = Symbols().GetSchemaFile();
+    ParseIn(document, FindContext());
+    if (Symbols().GetSchemaFile() != before || Markup().IsASCXFile()) ParseIn(document, FindContext());
 }
 
-// A user control is taken to stand in a body. The manager sees that a document is one
-// when it has parsed it before, as it has in an editor.
+// A name at the very end of a text is one that is being typed, as it is in an editor that
+// ends its last line. The manager knows a user control when it has parsed it before.
 void TEngine::Prepare(TDocument& document) {
-    if (ExtensionOf(document.FileName()) != ".ascx") return;
-    ParseIn(document, nullptr);
+    document.Buffer()->SetEndsLastLine(true);
+    if (ExtensionOf(document.FileName()) == ".ascx") ParseIn(document, nullptr);
+}
+
+// A user control is taken to stand in a body.
+TRef<INibMLTag> TEngine::FindContext() {
+    TRef<INibMLTag> body;
+    if (Markup().IsASCXFile()) Markup().GetTagFromHashList(u"body", body);
+    return body;
 }
 
 void TEngine::ParseIn(TDocument& document, TRef<INibMLTag> context) {

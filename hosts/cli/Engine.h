@@ -43,9 +43,9 @@ public:
     /// Opens a document for the manager that its name asks for.
     TDocument& Open(std::string text, std::string fileName);
     /// Parses the document as for a list, but makes none: the state of the parser is that
-    /// of the caret afterwards. Of markup only.
+    /// of the caret afterwards, on the table of the document's schema. Of markup only.
     void Parse(TDocument& document);
-    /// What a document may need in front of its first list.
+    /// Does what an editor has done with a document before its first list.
     void Prepare(TDocument& document);
 
     // The managers, made and registered when first asked for.
@@ -60,6 +60,7 @@ private:
     TEditorLens MakeLens();
     std::string NameAt(TEditView& view);
     void ParseIn(TDocument& document, TRef<INibMLTag> context);
+    TRef<INibMLTag> FindContext();
     void ApplySettings();
     std::optional<std::string> GetSetting(std::string_view name);
     void SetTagCase(std::string_view fileName);

@@ -8,8 +8,7 @@
 namespace caretwell {
 namespace {
 
-/// Keeps what it is told, as the lines to be printed. A parse that finds out about
-/// another schema takes everything back and tells it anew.
+/// Keeps what it is told, as the lines to be printed.
 class TRecorder final : public TImplements<INibMLElementCallback> {
 public:
     explicit TRecorder(bool isJson) : FIsJson(isJson) {}
@@ -62,6 +61,7 @@ TExitStatus RunEvents(const TArguments& arguments) {
     if (!manager) throw run.ExplainNothing(document);
     if (IsStyleSheetManager(*manager))
         throw TFailure(esNothing, document.FileName() + ": a style sheet has no elements to tell of");
+    run.Engine().Parse(document);
     auto recorder = MakeRef<TRecorder>(arguments.Json);
     TMLParser& parser = run.Engine().Symbols().GetParser();
     parser.AddCallback(recorder.Get());

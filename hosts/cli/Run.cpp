@@ -76,13 +76,21 @@ void TRun::OpenList(TDocument& document) {
     else document.Driver().OpenListFor(ToUtf16(FArguments.Key).front());
 }
 
-// A schema that could not be read. The engine may have told of it already.
+// A schema that could not be read. The engine tells of the one that a document names; that
+// the schema of its kind is missing it passes over.
 std::optional<TFailure> TRun::FindMissing(TDocument& document) {
     if (FIsSchemaMissing) return TFailure(esUnreadable, {});
+    std::string problem = WhyUnreadable(FEngine.SchemaFolder());
     auto manager = document.Driver().Manager();
-    bool isStyle = manager && IsStyleSheetManager(*manager);
-    std::string problem = WhyUnreadable(FEngine.SchemaFolder() + (isStyle ? "css.xml" : ""));
+    if (problem.empty() && manager) problem = WhyUnreadable(SchemaOf(*manager));
     return problem.empty() ? std::nullopt : std::optional(TFailure(esUnreadable, problem));
+}
+
+std::string TRun::SchemaOf(INibCodeInsightManager& manager) {
+    if (IsStyleSheetManager(manager)) return FEngine.SchemaFolder() + "css.xml";
+    TMLSymbolManager& symbols = FEngine.Symbols();
+    const std::string& file = symbols.GetSchemaFile();
+    return file.empty() ? GetSchemaFileName({}, symbols.GetKibitzMode()) : file;
 }
 
 void TRun::CheckSchema(TDocument& document) {

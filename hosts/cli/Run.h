@@ -32,6 +32,7 @@ public:
 private:
     void Echo(const TMessage& message);
     std::optional<TFailure> FindMissing(TDocument& document);
+    std::string SchemaOf(INibCodeInsightManager& manager);
 
     const TArguments& FArguments;
     bool FIsSchemaMissing = false;

@@ -25,6 +25,7 @@ TJson SortedNames(TNames names) {
 
 TJson ChildNames(INibMLTag* tag) {
     TNames names;
+    if (tag) tag->SetFilter({});
     for (int32_t i = 0; tag && i < tag->GetTagCount(); ++i) {
         auto child = tag->GetTags(i);
         if (child && !Supports<INibMLClosingTag>(child)) names.emplace_back(child->GetName());
