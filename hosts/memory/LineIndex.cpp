@@ -109,6 +109,8 @@ size_t TLineIndex::BreakLength(size_t offset) const {
 }
 
 TLineIndex::TLine TLineIndex::LineAt(size_t offset) const {
+    // Going back on one line.
+    if (offset >= FLastLine.Start && offset <= FLastPlace) return FLastLine;
     auto behind = std::upper_bound(FMarks.begin(), FMarks.end(), offset,
                                    [](size_t place, const TLine& mark) { return place < mark.Start; });
     bool isGrowing = behind == FMarks.end();

@@ -26,13 +26,14 @@ TSavedPlace::~TSavedPlace() {
 
 std::u16string ReadCharacterBefore(INibEditView& view, int32_t distance) {
     TSavedPlace place(view);
-    int32_t column = place.Position().Column();
-    if (column <= distance) return {};
-    place.Position().MoveBy(0, -distance);
+    // Not asked by its column, which costs the whole line before it.
     place.Block().Start();
-    place.Position().MoveBy(0, 1);
+    place.Position().MoveBy(0, -distance);
     place.Block().Finish();
-    return place.Block().Text();
+    std::u16string text = place.Block().Text();
+    if (CountCharacters(std::u16string_view(text)) < distance) return {};
+    bool isPair = text.size() > 1 && text[0] >= 0xD800 && text[0] < 0xDC00;
+    return text.substr(0, isPair ? 2 : 1);
 }
 
 std::u16string ReadRestOfLine(INibEditView& view) {
