@@ -73,9 +73,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         TTestHost host{THostOptions()};
         host.OpenBytes(text, name);
         host.Manager().SetAutoQuote(isAutoQuoted);
+        fresh = Visit(host, caretAt(0), trigger, true);
         auto spans = MakeRef<TSpans>(static_cast<int32_t>(text.size()));
         host.Parser().AddCallback(spans.Get());
-        fresh = Visit(host, caretAt(0), trigger, true);
+        host.Parse();
         host.Parser().RemoveCallback(spans.Get());
     }
     TTestHost host{THostOptions()};
