@@ -1,5 +1,7 @@
 #include "bench/Measure.h"
 
+#include <time.h>
+
 #include <algorithm>
 #include <cstring>
 
@@ -23,6 +25,12 @@ double MedianOf(std::vector<double> values) {
     auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
     std::nth_element(values.begin(), middle, values.end());
     return *middle;
+}
+
+double TStopwatch::Now() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
 void AddLap(benchmark::State& state, double seconds) {
