@@ -1,0 +1,368 @@
+// The command from outside: words and text in; text, JSON and exit status out.
+#include <sys/stat.h>
+
+#include <nlohmann/json.hpp>
+
+#include "cli/CommandRun.h"
+
+namespace caretwell::test {
+namespace {
+
+using std::string;
+using TWords = std::vector<string>;
+using TJson = nlohmann::ordered_json;
+
+class Command : public testing::Test {
+protected:
+    /// Runs a command on a text with the caret at "^", by the small schemas.
+    TCommandResult RunAt(const char* command, const char* name, std::string_view text, TWords more = {}) {
+        TWords words{command, "-", "--name", name, "--mark", "^", "--schemas", SmallSchemas};
+        words.insert(words.end(), more.begin(), more.end());
+        return FFolder.Run(words, text);
+    }
+    TJson JsonAt(const char* command, const char* name, std::string_view text, TWords more = {}) {
+        more.push_back("--json");
+        auto result = RunAt(command, name, text, more);
+        EXPECT_TRUE(result.Out.ends_with("\n")) << text;
+        return TJson::parse(result.Out, nullptr, false);
+    }
+    static string Names(const TJson& items) {
+        string names;
+        for (const auto& item : items) names += (names.empty() ? "" : " ") + item["name"].get<string>();
+        return names;
+    }
+
+    TCommandFolder FFolder;
+};
+
+TEST_F(Command, Complete) {
+    struct TCase {
+        const char* Name;
+        std::string_view Text;
+        TWords More;
+        const char* List;
+        const char* Items;
+    };
+    const TWords orders = {"--map", ".order=order.xsd"};
+    const TCase cases[] = {
+        {"a.html", "<ul><^", {}, "elements", "li"},
+        {"a.html", "<ul><l^", {}, "elements", "li"},  // half a name at the very end
+        {"a.html", "<ul>^", {}, "elements", "</ul> li"},
+        {"a.html", "<p al^>", {}, "attributes", "align"},
+        {"a.html", "<p align='^'>", {}, "values", "center justify left right"},
+        {"a.html", "<td bgcolor=^>", {}, "values", "color..."},
+        {"a.html", "<p>&ag^", {}, "entities", "agrave"},
+        {"a.html", "<p>&am^", {"--key", "&"}, "entities", "amp"},
+        {"a.html", "<p ^>", {"--key", "<"}, "none", ""},  // a key that opens nothing here
+        {"a.HTML", "<UL><^", {}, "elements", "li"},
+        // Style text, in a sheet and on a page.
+        {"a.css", "a { co^", {}, "properties", "color column-count"},
+        {"a.css", "a { color:^", {"--key", ":"}, "values", "color... green red"},
+        {"a.css", "a { &:hover { width: a^ } }", {}, "values", "auto"},
+        {"a.html", "<style>a { w^ }</style>", {}, "properties", "width"},
+        {"a.html", "<p style='width: ^'>", {}, "values", "auto length..."},
+        {"a.html", "<p style='width: ^'>", {"--plain"}, "none", ""},
+        {"a.css", "a^ { }", {}, "none", ""},
+        // A schema of one's own; names keep their case.
+        {"a.order", "<^", orders, "elements", "Order"},
+        {"a.order", "<Order><^", orders, "elements", "Item Note"},
+        {"a.order",
+         "<Order><^",
+         {"--map", ".order=order.xsd", "--setting", "Simple Typed Elements=False"},
+         "elements",
+         "Item"},
+        {"a.order", "<Order state='^'>", orders, "values", "open sent"},
+    };
+    for (const TCase& c : cases) {
+        TJson json = JsonAt("complete", c.Name, c.Text, c.More);
+        EXPECT_EQ(json["list"], c.List) << c.Text;
+        EXPECT_EQ(Names(json["items"]), c.Items) << c.Text;
+        EXPECT_EQ(RunAt("complete", c.Name, c.Text, c.More).Status, *c.Items ? 0 : 1) << c.Text;
+    }
+}
+
+// Keys, their order and which are absent are what other programs rely on.
+TEST_F(Command, Shapes) {
+    const string schema = SmallSchemas + "/loose.dtd", style = SmallSchemas + "/css.xml";
+    struct TCase {
+        const char* Command;
+        const char* Name;
+        std::string_view Text;
+        TWords More;
+        string Expect;
+    };
+    const TCase cases[] = {
+        {"complete",
+         "a.html",
+         "<ul>\n^",
+         {},
+         R"({"file":"a.html","line":2,"column":1,"mode":"kmHTML","schema":")" + schema +
+             R"(","opened":true,"list":"elements","context":15,"filter":"","items":[)"
+             R"({"name":"</ul>","text":"</ul>","type":"line 1","class":"Element  ","closing":true},)"
+             R"({"name":"li","text":"li","type":"","class":"Element  ","closing":false}]})"},
+        {"complete",
+         "a.html",
+         "<p>&am^",
+         {},
+         R"({"file":"a.html","line":1,"column":7,"mode":"kmHTML","schema":")" + schema +
+             R"(","opened":true,"list":"entities","context":14,"filter":"am","items":[)"
+             R"({"name":"amp","text":"amp","type":"","class":"","closing":false,"code":38}]})"},
+        {"complete",
+         "a.css",
+         "a{column-count:^",
+         {},
+         R"({"file":"a.css","line":1,"column":16,"schema":")" + style +
+             R"(","opened":true,"list":"values","context":16,"filter":"","items":[)"
+             R"({"name":"auto","text":"auto","type":"","class":"value","closing":false}]})"},
+        {"choose",
+         "a.html",
+         "ä<ul><l^>",
+         {"--item", "li"},
+         R"({"text":"ä<ul><li>","caret":{"line":1,"column":9,"offset":9},"open":false})"},
+        {"explain",
+         "a.css",
+         "a { color: r^",
+         {},
+         R"({"position":"kpExpr","property":"color","lastDeclaration":"color"})"},
+        {"explain",
+         "a.html",
+         "<ul>\n<foo a=b><p class='x' al^ign='left'>",
+         {},
+         R"({"mode":"kmHTML","schema":")" + schema +
+             R"(","inTag":true,"inClosingTag":false,"caretInTagName":false,"inScript":false,"inStyle":false,)"
+             R"("inTextArea":false,"inDocType":false,"isXML":false,"unterminatedTag":false,)"
+             R"("contexts":["pcNone"],"contextPos":-1,)"
+             R"("currentTag":{"name":"p","known":true,"start":14,"end":26},"lastKnownTag":"ul",)"
+             R"("valuePos":{"line":2,"column":25},"tagStack":[{"name":"p","line":2,"start":14,"end":26,)"
+             R"("attributes":[{"name":"class","value":"x","quoteOpen":"'","quoteClose":"'","known":true},)"
+             R"({"name":"align","value":"left","quoteOpen":"'","quoteClose":"'","known":true}]},)"
+             R"({"name":"foo","line":2,"start":5,"end":13,"attributes":[{"name":"a","value":"b","known":false}]},)"
+             R"({"name":"ul","line":1,"start":0,"end":3,"attributes":[]}],)"
+             R"("documentTags":[{"name":"p","line":2},{"name":"foo","line":2},{"name":"ul","line":1}],)"
+             R"("closingTags":[{"name":"</p>","line":2},{"name":"</foo>","line":2},{"name":"</ul>","line":1}],)"
+             R"("autoClose":[]})"},
+    };
+    for (const TCase& c : cases) {
+        TWords more = c.More;
+        more.push_back("--json");
+        EXPECT_EQ(RunAt(c.Command, c.Name, c.Text, more).Out, c.Expect + "\n") << c.Text;
+    }
+}
+
+TEST_F(Command, Editing) {
+    struct TCase {
+        const char* Command;
+        const char* Name;
+        std::string_view Text;
+        TWords More;
+        const char* Expect;
+    };
+    const TCase cases[] = {
+        {"choose", "a.html", "<p al^>", {"--item", "align", "--close", "space"}, "<p align= ^>"},
+        {"choose",
+         "a.html",
+         "<p al^>",
+         {"--item", "align", "--setting", "Auto Quote=true"},
+         "<p align=\"^\">"},
+        {"choose", "a.html", "<ul><^", {"--item", "li", "--close", ">"}, "<ul><li>^</li>"},
+        {"choose", "a.html", "<ul><^", {"--item", "li", "--close", "escape"}, "<ul><^"},
+        {"choose", "a.html", "<td bgcolor=''^>", {"--item", "class"}, nullptr},
+        {"choose",
+         "a.html",
+         "<td bgcolor='^'>",
+         {"--item", "color...", "--answer", "color=#123"},
+         "<td bgcolor='#123'^>"},
+        {"choose", "a.html", "<td bgcolor='^'>", {"--item", "color..."}, "<td bgcolor='^'>"},
+        {"choose",
+         "a.css",
+         "a { width: ^",
+         {"--item", "length...", "--answer", "length=12em"},
+         "a { width: 12em;^"},
+        {"choose", "a.html", "<p style='wi^'>", {"--item", "width"}, "<p style='width:^'>"},
+        {"type",
+         "a.html",
+         "<body>^</body>",
+         {"--keys", "<ul><li>a&amp{Enter}b"},
+         "<body><ul><li>a&amp;b^</li></ul></body>"},
+        {"type", "a.html", "<body>^", {"--keys", "<{Down}{Down}{Up}{Enter}"}, "<body><b^"},
+        {"type", "a.html", "^", {"--keys", "xy{Left}{Backspace}ä{{}}😀{Right}{Esc}{Tab}"}, "ä{}😀y\t^"},
+        {"type", "a.html", "a\r\n^", {"--keys", "b{Enter}"}, "a\r\nb\r\n^"},  // line ends stay as they are
+        {"type",
+         "a.css",
+         "a {^}",
+         {"--keys", " co{Ctrl+Space}{Enter} r{Ctrl+Space}{Enter}"},
+         "a { color: red;^}"},
+    };
+    for (const TCase& c : cases) {
+        auto result = RunAt(c.Command, c.Name, c.Text, c.More);
+        EXPECT_EQ(result.Out, c.Expect ? c.Expect : "") << c.Text << result.Err;
+        EXPECT_EQ(result.Status, c.Expect ? 0 : 1) << c.Text;
+    }
+}
+
+TEST_F(Command, InPlace) {
+    FFolder.Write("a:1.html", "\xEF\xBB\xBF<ul>\r\n<l>");
+    chmod(FFolder.Path("a:1.html").c_str(), 0640);
+    auto result =
+        FFolder.Run({"choose", "a:1.html:2:3", "--item", "li", "--in-place", "--schemas", SmallSchemas});
+    EXPECT_EQ(result.Status, 0) << result.Err;
+    EXPECT_EQ(result.Out, "");
+    EXPECT_EQ(FFolder.Read("a:1.html"), "\xEF\xBB\xBF<ul>\r\n<li>");
+    struct stat info {};
+    stat(FFolder.Path("a:1.html").c_str(), &info);
+    EXPECT_EQ(info.st_mode & 0777, 0640u);
+    // Nothing is written unless the call says so, nor when the choice cannot be made.
+    FFolder.Run({"type", "a:1.html:1:1", "--keys", "x"});
+    FFolder.Run({"choose", "a:1.html:2:1", "--item", "nope", "--in-place"});
+    EXPECT_EQ(FFolder.Read("a:1.html"), "\xEF\xBB\xBF<ul>\r\n<li>");
+}
+
+TEST_F(Command, Events) {
+    auto result = FFolder.Run({"events", "-", "--name", "a.html", "--json", "--schemas", SmallSchemas},
+                              "<ul class=\"x\">a<!--b--></ul><br/>");
+    EXPECT_EQ(result.Out, R"({"type":"ttAttribute","name":"class","start":4,"end":13})"
+                          "\n"
+                          R"({"type":"ttOpen","name":"ul","start":0,"end":14})"
+                          "\n"
+                          R"({"type":"ttText","text":"a","start":12,"end":14})"
+                          "\n"
+                          R"({"type":"ttComment","text":"b","start":15,"end":23})"
+                          "\n"
+                          R"({"type":"ttClose","name":"ul","start":23,"end":28})"
+                          "\n"
+                          R"({"type":"ttSingleLine","name":"br","start":28,"end":33})"
+                          "\n"
+                          R"({"type":"ttText","text":"","start":33,"end":33})"
+                          "\n");
+}
+
+TEST_F(Command, Schema) {
+    auto schemaOf = [&](const char* file, int status) {
+        auto result = FFolder.Run({"schema", file, "--json", "--schemas", SmallSchemas});
+        EXPECT_EQ(result.Status, status) << file << result.Err;
+        return TJson::parse(result.Out, nullptr, false);
+    };
+    FFolder.Write("own.dtd",
+                  "<!ELEMENT b - O EMPTY><!ATTLIST b onx CDATA #REQUIRED v CDATA #FIXED 'k' w (z|y) y>");
+    EXPECT_EQ(
+        schemaOf("own.dtd", 0).dump(),
+        R"({"root":["b"],"elements":[{"name":"b","empty":true,"any":false,"requiresOpeningTag":true,)"
+        R"("requiresClosingTag":false,"isChild":false,"flags":[],"children":[],"attributes":[)"
+        R"({"name":"onx","required":true,"fixed":false,"event":true,"values":[]},)"
+        R"({"name":"v","required":false,"fixed":true,"fixedValue":"k","event":false,"values":[]},)"
+        R"({"name":"w","required":false,"fixed":false,"event":false,"values":["y","z"],"editor":"default"}]}],)"
+        R"("entities":[],"messages":[]})");
+    TJson loose = schemaOf("loose.dtd", 0);  // of the schema folder
+    EXPECT_EQ(loose["root"], TJson::parse(R"(["html"])"));
+    EXPECT_EQ(loose["entities"][3], TJson::parse(R"({"name":"amp","code":38})"));
+    EXPECT_EQ(schemaOf("order.xsd", 0)["elements"][2]["children"], TJson::parse(R"(["Item","Note"])"));
+    TJson css = schemaOf("css.xml", 0);
+    EXPECT_EQ(
+        css["properties"][0].dump(),
+        R"({"name":"color","inherited":true,"media":["visual"],"values":[{"name":"color","kind":"type"},)"
+        R"({"name":"green","kind":"name"},{"name":"red","kind":"name"}]})");
+    EXPECT_EQ(css["types"][1].dump(),
+              R"({"name":"length","editable":true,"values":[],"refs":[],"intrinsics":["px","em"]})");
+
+    FFolder.Write("bad.dtd", "<!ELEMENT a - - (b>\n<!ELEMENT c - - EMPTY>");
+    FFolder.Write("bad.xsd", "<xs:schema");
+    FFolder.Write("bad.xml", "<css>\n<property name='p'");
+    for (const char* file : {"bad.dtd", "bad.xsd", "bad.xml"}) {
+        TJson messages = schemaOf(file, 1)["messages"];
+        ASSERT_FALSE(messages.empty()) << file;
+        EXPECT_TRUE(messages[0]["file"].get<string>().ends_with(file)) << messages[0];
+    }
+}
+
+// Each failure is one line that says what and where, and nothing else is printed.
+TEST_F(Command, Failures) {
+    FFolder.Write("a.html", "<p>\n^^");
+    FFolder.Write("a.txt", "<p>");
+    FFolder.Write("empty/x", "");
+    struct TCase {
+        TWords Words;
+        int Status;
+        const char* Line;
+    };
+    const TCase cases[] = {
+        {{}, 2, "subcommand is required"},
+        {{"frob"}, 2, "frob: no such command"},
+        {{"complete"}, 2, "place is required"},
+        {{"complete", "a.html"}, 2, "a.html: FILE:LINE:COLUMN"},
+        {{"complete", "a.html:0:1"}, 2, "a.html:0:1"},
+        {{"complete", "a.html:1:99999999999"}, 2, "a.html:1:99999999999"},
+        {{"complete", "a.html:3:1"}, 2, "a.html:3: the text ends in line 2"},
+        {{"complete", "a.html:1:5"}, 2, "a.html:1:5: the line ends at column 4"},
+        {{"complete", "a.html", "--mark", "#"}, 2, "\"#\" is not in the text"},
+        {{"complete", "a.html", "--mark", "^"}, 2, "more than once"},
+        {{"complete", "a.html", "--mark", ""}, 2, "--mark"},
+        {{"complete", "a.html:1:1", "--key", "ab"}, 2, "--key ab"},
+        {{"complete", "a.html:1:1", "--map", "x=y.xsd"}, 2, "--map x=y.xsd"},
+        {{"complete", "a.html:1:1", "--map", ".config=y.xsd"}, 2, "has a schema already"},
+        {{"complete", "a.html:1:1", "--setting", "x"}, 2, "--setting x"},
+        {{"complete", "a.html:1:1", "--item", "x"}, 2, "--item"},
+        {{"choose", "a.html:1:1"}, 2, "--item is required"},
+        {{"choose", "a.html:1:1", "--item", "x", "--close", "xx"}, 2, "--close xx"},
+        {{"type", "a.html:1:1", "--keys", "{Home}"}, 2, "{Home} is no key"},
+        {{"type", "a.html:1:1", "--keys", "{Tab"}, 2, "no closing brace"},
+        {{"type", "-:1:1", "--keys", "x", "--in-place"}, 2, "--in-place"},
+        {{"schema", "a.txt"}, 2, "a.txt: a .dtd"},
+        {{"complete", "none.html:1:1"}, 3, "none.html: No such file"},
+        {{"complete", ".:1:1"}, 3, ".: Is a directory"},
+        {{"complete", "a.html:1:1", "--schemas", "none"}, 3, "none/: No such file"},
+        {{"complete", "a.html:1:1", "--schemas", "empty"}, 3, "empty/loose.dtd: No such file"},
+        {{"complete", "-:1:1", "--name", "a.css", "--schemas", "empty"}, 3, "empty/css.xml: No such file"},
+        {{"complete", "-:1:1", "--name", "a.o", "--map", ".o=no.xsd"}, 3, "no.xsd"},
+        {{"schema", "none.dtd"}, 3, "none.dtd: No such file"},
+        {{"complete", "a.txt:1:1"}, 1, "a.txt: no schema"},
+        {{"choose", "a.html:1:4", "--item", "nope"}, 1, "\"nope\" is not in the list"},
+        {{"events", "-", "--name", "a.css"}, 1, "a.css"},
+    };
+    for (const TCase& c : cases) {
+        auto result = FFolder.Run(c.Words);
+        string call = testing::PrintToString(c.Words);
+        EXPECT_EQ(result.Status, c.Status) << call << result.Err;
+        EXPECT_EQ(result.Out, "") << call;
+        EXPECT_NE(result.Err.find(c.Line), string::npos) << call << result.Err;
+        EXPECT_EQ(std::count(result.Err.begin(), result.Err.end(), '\n'), 1) << call << result.Err;
+    }
+}
+
+// Any bytes are a document, and what is printed of them is valid.
+TEST_F(Command, BadBytes) {
+    string everything;
+    for (int i = 0; i < 256; ++i) everything += static_cast<char>(i);
+    const string texts[] = {
+        "",
+        everything,
+        everything + "<" + everything + "=\"" + everything,
+        string(1000, '\0'),
+        string("<p \xC3") + string(300000, '<'),
+        "\xEF\xBB\xBF",
+        "<a \xF0\x9F href='\xE4",
+    };
+    for (const string& text : texts)
+        for (const char* name : {"a.html", "a.css", "a.xsl"}) {
+            const string mark = "\x01^\x02";
+            for (const char* command : {"complete", "explain", "type"}) {
+                TWords words{command, "-",      "--name",    name,        "--mark",
+                             mark,    "--json", "--schemas", SmallSchemas};
+                if (command == string("type")) words.insert(words.end(), {"--keys", "<a b='c&{Enter}>"});
+                auto result = FFolder.Run(words, text + mark);
+                EXPECT_LE(result.Status, 1) << name << command << text.size() << result.Err;
+                EXPECT_FALSE(TJson::parse(result.Out, nullptr, false).is_discarded()) << name << command;
+            }
+        }
+}
+
+// A caret beyond what 16 bits of column can say.
+TEST_F(Command, LongLine) {
+    string line = "<ul>" + string(70000, ' ') + "<";
+    FFolder.Write("long.html", line + "\n");
+    auto result = FFolder.Run(
+        {"complete", "long.html:1:" + std::to_string(line.size() + 1), "--schemas", SmallSchemas});
+    EXPECT_EQ(result.Out, "li\n");
+}
+
+}  // namespace
+}  // namespace caretwell::test
