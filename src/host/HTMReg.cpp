@@ -69,7 +69,7 @@ constexpr TUnit Units[] = {
 }  // namespace
 
 void Initialize() {
-    if (IsLoaded || !IsMainThread()) return;
+    if (!IsMainThread() || IsLoaded) return;
     IsLoaded = true;
     for (const TUnit& unit : Units)
         if (unit.Start) unit.Start();
@@ -77,7 +77,7 @@ void Initialize() {
 
 void IDERegister() {
     TEngineCall call;
-    if (!IsLoaded || FMarkupIndex != NotRegistered || !call.IsAllowed()) return;
+    if (!call.IsAllowed() || !IsLoaded || FMarkupIndex != NotRegistered) return;
     Quietly([] { Register(FMarkupIndex, MarkupLanguageManager()); });
     Quietly([] { Register(FStyleIndex, CSSLanguageManager()); });
 }

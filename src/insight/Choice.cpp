@@ -5,11 +5,6 @@
 
 namespace caretwell {
 
-int32_t GetCaretOffset(INibEditView& view) {
-    if (auto offsets = QueryAs<INibOffsetView>(&view)) return offsets->CaretOffset();
-    return view.CharPosToOffset(view.EditPosToCharPos(view.CaretPos()));
-}
-
 TSavedPlace::TSavedPlace(INibEditView& view) : FPosition(PositionOf(view)), FBlock(BlockOf(view)) {
     FPosition->Save();
     FBlock->Save();

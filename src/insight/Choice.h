@@ -32,9 +32,6 @@ struct TChoiceEdit {
 /// Writes the edit. True if the buffer was written.
 bool ApplyEdit(const TChoiceEdit& edit, INibEditView& view, bool forceDelete);
 
-/// Byte offset of the caret of a view, exactly.
-int32_t GetCaretOffset(INibEditView& view);
-
 /// Sets of characters by which the text around the caret is read.
 namespace charsets {
 inline constexpr TCharSet Token =

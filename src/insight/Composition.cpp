@@ -1,6 +1,8 @@
 // What a choice would write, for each of the four lists.
 #include <algorithm>
+#include <limits>
 
+#include "host/ViewHandles.h"
 #include "insight/CompletionChoice.h"
 #include "insight/HTMLCodCmplt.h"
 #include "parser/MLParser.h"
@@ -12,10 +14,10 @@ namespace {
 std::u16string_view OpeningText(std::u16string_view item) { return item.starts_with(u'@') ? u"<%" : u"<"; }
 
 std::u16string TakeBefore(INibEditView& view, const TCharSet& chars) {
-    return view.Position()->TakeText(chars, INibEditPosition::TakeBackwards);
+    return PositionOf(view)->TakeText(chars, INibEditPosition::TakeBackwards);
 }
 std::u16string TakeBehind(INibEditView& view, const TCharSet& chars) {
-    return view.Position()->TakeText(chars, 0);
+    return PositionOf(view)->TakeText(chars, 0);
 }
 
 /// What is typed of a tag before the caret, from its "<" on where there is one: text
@@ -35,17 +37,17 @@ bool Contains(const TCharSet& set, char16_t c) { return c > 255 || set.Contains(
 /// Byte offset of the place so many characters before the caret. Bytes that are no UTF-8
 /// read as other text than they are, so that the length of a text does not tell it.
 int32_t OffsetBefore(INibEditView& view, int32_t characters) {
-    if (characters == 0) return GetCaretOffset(view);
+    if (characters == 0) return CaretOffsetOf(view);
     TSavedPlace place(view);
     place.Position().MoveBy(0, -characters);
-    return GetCaretOffset(view);
+    return CaretOffsetOf(view);
 }
 
 /// An insertion at the caret, behind so many characters taken away.
 TChoiceEdit InsertAtCaret(INibEditView& view, std::u16string text, std::u16string_view deleted) {
     TChoiceEdit edit;
     edit.Way = TChoiceEdit::ceInsert;
-    edit.End = GetCaretOffset(view);
+    edit.End = CaretOffsetOf(view);
     edit.DeleteBack = CountCharacters(deleted);
     edit.Start = OffsetBefore(view, edit.DeleteBack);
     edit.CaretOffset = edit.Start + Utf8Length(text);
@@ -182,9 +184,22 @@ std::string ReadBytes(INibEditView& view, int32_t start, int32_t end) {
     auto buffer = view.Buffer();
     auto reader = buffer && start < end ? buffer->CreateReader() : nullptr;
     if (!reader || start < 0) return {};
-    std::string bytes(static_cast<size_t>(end - start), '\0');
-    bytes.resize(static_cast<size_t>(std::max(0, reader->Read(start, bytes.data(), end - start))));
+    constexpr int32_t ChunkSize = 65536;  // the place may be wrong, and then holds no such text
+    std::string bytes;
+    while (start < end) {
+        int32_t wanted = std::min(end - start, ChunkSize);
+        size_t had = bytes.size();
+        bytes.resize(had + static_cast<size_t>(wanted));
+        int32_t read = std::clamp(reader->Read(start, bytes.data() + had, wanted), 0, wanted);
+        bytes.resize(had + static_cast<size_t>(read));
+        start = read < wanted ? end : start + read;
+    }
     return bytes;
+}
+
+constexpr int32_t EndOfLookAhead(int32_t caret) {
+    constexpr int32_t Longest = 4096;
+    return caret + std::min(Longest, std::numeric_limits<int32_t>::max() - caret);
 }
 
 /// A value as it stands around the caret: from behind the "=" to the caret, and the text
@@ -224,7 +239,8 @@ constexpr bool NeedsNoBlank(char c, char alsoFine) { return c == '\t' || c == ' 
 TAttributeEdit TMLKibitzManager::DescribeValue(INibEditView& view) {
     TMLParser& parser = GetParser();
     TAttributeEdit edit;
-    auto& attribute = *parser.FCurrentAttribute;
+    TRef<INibMLTagAttribute> held = parser.FCurrentAttribute;
+    auto& attribute = *held;
     edit.AttributeName = attribute.GetName();
     edit.AttributeStart = attribute.GetOffsetStart();
     edit.AttributeEnd = attribute.GetOffsetEnd();
@@ -237,12 +253,11 @@ TAttributeEdit TMLKibitzManager::DescribeValue(INibEditView& view) {
     edit.ExtendByFilter = true;
     auto tag = FSymbols.GetCurrentTag();
     edit.TagEnd = tag ? tag->GetOffsetEnd() : 0;
-    int32_t caret = GetCaretOffset(view);
+    int32_t caret = CaretOffsetOf(view);
     if (parser.FAttributeValueStart < 0 || caret < parser.FAttributeValueStart) return edit;
 
-    constexpr int32_t LongestLookAhead = 4096;
     TWrittenValue written(ReadBytes(view, parser.FAttributeValueStart, caret),
-                          ReadBytes(view, caret, caret + LongestLookAhead));
+                          ReadBytes(view, caret, EndOfLookAhead(caret)));
     edit.AttributeStart = parser.FAttributeStart;
     edit.ValueStart = parser.FAttributeValueStart;
     edit.OldValue = ToUtf16(written.Text);

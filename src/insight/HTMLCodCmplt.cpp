@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "host/Platform.h"
 #include "parser/MLParser.h"
 #include "symbols/FileToSchemaMapper.h"
 
@@ -18,29 +19,35 @@ TRef<INibMLCodeInsightManager>& Manager() {
     static TRef<INibMLCodeInsightManager> manager;
     return manager;
 }
-std::unique_ptr<TMLSymbolManager>& Symbols() {
-    static std::unique_ptr<TMLSymbolManager> symbols;
+std::shared_ptr<TMLSymbolManager>& Symbols() {
+    static std::shared_ptr<TMLSymbolManager> symbols;
     return symbols;
 }
+
+// The list is read often and is cheap to read: what it needs is no more than this.
+bool IsOtherThread() { return !GetPlatform().IsMainThread(); }
 
 }  // namespace
 
 TRef<INibMLCodeInsightManager> MarkupLanguageManager() {
+    if (IsOtherThread()) return nullptr;
     if (!Manager()) Manager() = MakeRef<TMLKibitzManager>();
     return Manager();
 }
 
 TMLSymbolManager& MLSymbolManager() {
-    if (!Symbols()) Symbols() = std::make_unique<TMLSymbolManager>();
+    if (!Symbols()) Symbols() = std::make_shared<TMLSymbolManager>();
     return *Symbols();
 }
 
+// A host that still holds the manager shares the emptied symbol manager with it.
 void ReleaseMarkupLanguageManager() {
+    if (Symbols()) Symbols()->Retire();
     Manager() = nullptr;
     Symbols() = nullptr;
 }
 
-TMLKibitzManager::TMLKibitzManager() : FSymbols(MLSymbolManager()) {}
+TMLKibitzManager::TMLKibitzManager() : FSymbols(MLSymbolManager()), FSymbolsOwner(Symbols()) {}
 
 // Hosts built before the current identifier ask for the same interface by the older one.
 bool TMLKibitzManager::Query(const TGuid& id, void** out) noexcept {
@@ -73,6 +80,7 @@ TListKind TMLKibitzManager::GetListKind() const {
 // ---- INibCodeInsightSymbolList
 
 int32_t TMLKibitzManager::GetCount() {
+    if (IsOtherThread()) return 0;
     const TMLParser& parser = GetParser();
     auto current = FSymbols.GetCurrentTag();
     switch (GetListKind()) {
@@ -87,6 +95,7 @@ int32_t TMLKibitzManager::GetCount() {
 }
 
 bool TMLKibitzManager::GetSymbolIsAbstract(int32_t index) {
+    if (IsOtherThread()) return false;
     return GetListKind() == TListKind::Elements && Supports<INibMLClosingTag>(FSymbols.GetMLTag(index));
 }
 
@@ -97,6 +106,7 @@ int32_t TMLKibitzManager::FindIdent(std::u16string_view ident) {
 
 // An entity is found by its place only, which is not a match.
 bool TMLKibitzManager::FindSymIndex(std::u16string_view ident, int32_t& index) {
+    if (IsOtherThread()) return false;
     TListKind kind = GetListKind();
     if (kind == TListKind::Entities) {
         index = FSymbols.GetCharList().FindIndex(ident);
@@ -114,6 +124,7 @@ bool TMLKibitzManager::FindSymIndex(std::u16string_view ident, int32_t& index) {
 }
 
 void TMLKibitzManager::SetFilter(std::u16string_view text) {
+    if (IsOtherThread()) return;
     TListKind kind = GetListKind();
     if (kind == TListKind::Entities) return FSymbols.GetCharList().SetFilter(text);
     auto owner = FSymbols.GetListOwner();
@@ -133,6 +144,7 @@ std::u16string TMLKibitzManager::GetFilter() {
 }
 
 std::u16string TMLKibitzManager::GetSymbolText(int32_t index) {
+    if (IsOtherThread()) return {};
     auto owner = FSymbols.GetListOwner();
     switch (GetListKind()) {
         case TListKind::Entities: return std::u16string(FSymbols.GetCharList().GetItem(index));
@@ -150,6 +162,7 @@ std::u16string TMLKibitzManager::GetSymbolText(int32_t index) {
 }
 
 std::u16string TMLKibitzManager::GetSymbolTypeText(int32_t index) {
+    if (IsOtherThread()) return {};
     switch (GetListKind()) {
         case TListKind::Entities: return {};
         case TListKind::Values: return u" " + std::u16string(GetParser().FCurrentAttribute->GetValue(index));

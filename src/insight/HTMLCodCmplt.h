@@ -10,6 +10,7 @@
 // the symbol manager hold, so nothing may parse between an invocation and its Done.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,7 @@ namespace caretwell {
 struct ISymbolManagerAccessor : IRefCounted {
     static constexpr TGuid Id = Guid("0d7ce495-e156-439d-986e-f3b914ae6e6d");
     using Parent = IRefCounted;
+    /// Not owned; never null, and the same for the life of the manager.
     virtual TMLSymbolManager* GetSymbolManager() = 0;
 };
 
@@ -227,12 +229,13 @@ private:
     bool FForceDelete = false;
     uint8_t FContext = 0;
     TMLSymbolManager& FSymbols;
+    std::shared_ptr<TMLSymbolManager> FSymbolsOwner;  // of FSymbols
 };
 
-/// The one manager of the process, made at the first call.
-TRef<INibMLCodeInsightManager> MarkupLanguageManager();
+/// The one manager of the process, made at the first call. Null off the main thread.
+CARETWELL_API TRef<INibMLCodeInsightManager> MarkupLanguageManager();
 /// The one symbol manager of the process, made at the first call; not owned.
-TMLSymbolManager& MLSymbolManager();
+CARETWELL_API TMLSymbolManager& MLSymbolManager();
 /// Called at shut-down: drops the manager, then frees the symbol manager.
 void ReleaseMarkupLanguageManager();
 

@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "host/Platform.h"
+#include "host/ViewHandles.h"
 #include "insight/Guard.h"
 #include "insight/HTMLCodCmplt.h"
 #include "parser/MLParser.h"
@@ -26,7 +27,7 @@ void InsertText(std::u16string_view text) {
 void MoveCaretTo(INibEditView& view, int32_t row, int32_t column) {
     constexpr int32_t LastColumn = 32767;
     if (column <= LastColumn) view.SetCaretPos({static_cast<int16_t>(column), row});
-    else view.Position()->MoveTo(row, column);
+    else PositionOf(view)->MoveTo(row, column);
 }
 
 /// Moves the caret to a place in the document: exactly, where the view can.
@@ -129,7 +130,7 @@ bool TMLKibitzManager::OpenList(TNibInvokeType howInvoked, std::u16string& text)
     if (FSymbols.GetSchemaFile().empty()) return false;
     if (FInvokeKey == '<' && parser.FInTag && !Supports<INibMLNamedTag>(parser.FCurrentTag)) return false;
     FContextTag = nullptr;
-    text = view->Position()->TakeText(charsets::Token, INibEditPosition::TakeBackwards);
+    text = PositionOf(*view)->TakeText(charsets::Token, INibEditPosition::TakeBackwards);
     FInitialFilter = text;
     if (parser.GetInAttribute()) FContext = ContextValue;
     else if (parser.FInTag || parser.FCaretInTagName) FContext = ContextTag;
@@ -146,7 +147,7 @@ bool TMLKibitzManager::OpenList(TNibInvokeType howInvoked, std::u16string& text)
 /// so far; runTail says whether the list's filter is to be set.
 bool TMLKibitzManager::ChooseList(TNibInvokeType howInvoked, INibEditView& view, bool& runTail) {
     TMLParser& parser = GetParser();
-    auto token = view.Position()->TakeText(charsets::Token.With("&"), INibEditPosition::TakeBackwards);
+    auto token = PositionOf(view)->TakeText(charsets::Token.With("&"), INibEditPosition::TakeBackwards);
     bool asksByToken = howInvoked == itUser && token.find(u'&') != std::u16string::npos;
     if (FInvokeKey == '&' || asksByToken) {
         runTail = !parser.FInTag && !parser.FCaretInTagName;
@@ -192,7 +193,7 @@ void TMLKibitzManager::SetListFilter(bool& result, std::u16string_view text) {
 // An "=" without a quote behind it gets a pair, and the caret goes between.
 void TMLKibitzManager::InsertQuotes(INibEditView& view) {
     TMLParser& parser = GetParser();
-    auto position = view.Position();
+    auto position = PositionOf(view);
     if (parser.FValueOffset >= 0)
         MoveCaretTo(view, parser.FValueOffset, view.OffsetToCharPos(parser.FValueOffset));
     else if (view.CaretPos().Col < 32767) position->MoveTo(parser.FValuePos.Line, parser.FValuePos.Col);
@@ -212,11 +213,17 @@ void TMLKibitzManager::InsertQuotes(INibEditView& view) {
 // moves a place yet to come.
 void TMLKibitzManager::CloseEmptyElements(INibEditView& view) {
     TMLParser& parser = GetParser();
-    auto position = view.Position();
+    auto position = PositionOf(view);
     struct TSavedCaret {
         INibEditView& View;
         int32_t Row, Column, Count = 0;
-        ~TSavedCaret() { MoveCaretTo(View, Row, Column + Count); }
+        ~TSavedCaret() {
+            try {
+                MoveCaretTo(View, Row, Column + Count);
+            } catch (...) {
+                // The caret of a host that fails here stays where it is.
+            }
+        }
     };
     std::u16string token;
     {
@@ -249,7 +256,7 @@ void TMLKibitzManager::InsertClosingTag(INibEditView& view) {
     for (int32_t i = FSymbols.GetClosedTagsCount() - 1; i >= 0 && !isEmpty; --i) {
         if (!SameText(FSymbols.GetCloseTags(i)->GetName(), name)) continue;
         InsertText(name);
-        view.Position()->MoveBy(0, -CountCharacters(std::u16string_view(name)));
+        PositionOf(view)->MoveBy(0, -CountCharacters(std::u16string_view(name)));
         FSymbols.DeleteClosedTag(i);
         break;
     }

@@ -41,11 +41,6 @@ void Shield(TAction action) noexcept {
     }
 }
 
-int32_t CaretOffsetOf(INibEditView& view) {
-    if (auto exact = QueryAs<INibOffsetView>(&view)) return exact->CaretOffset();
-    return view.CharPosToOffset(view.EditPosToCharPos(view.CaretPos()));
-}
-
 void ReportSchemaError(const std::string& fileName, std::string_view text, int32_t line) {
     auto messages = GetPlatform().IsMainThread() ? GetService<INibMessageServices>() : nullptr;
     if (messages) messages->AddMessage(fileName, text, "Error", line, 1);
