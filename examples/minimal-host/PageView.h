@@ -60,6 +60,7 @@ public:
     }
     int32_t ColumnOf(int32_t offset) const {
         int32_t column = 1;
+        offset = FPage->Inside(offset);
         for (int32_t i = StartOfLine(LineOf(offset)); i < offset; i = NextChar(i)) ++column;
         return column;
     }
@@ -165,8 +166,8 @@ public:
     }
 
 private:
-    int32_t Caret() { return FView->CaretOffset(); }
-    void SetCaret(int32_t offset) { FView->SetCaretOffset(offset); }
+    int32_t Caret() { return FView->Page().Caret(); }
+    void SetCaret(int32_t offset) { FView->Page().SetCaret(offset); }
     TRef<TPageView> FView;
 };
 
@@ -180,8 +181,8 @@ public:
         FView->FBlock = FView->FSavedBlocks.back();
         FView->FSavedBlocks.pop_back();
     }
-    void Start() override { FView->FBlock.Start = FView->CaretOffset(); }
-    void Finish() override { FView->FBlock.End = FView->CaretOffset(); }
+    void Start() override { FView->FBlock.Start = FView->Page().Caret(); }
+    void Finish() override { FView->FBlock.End = FView->Page().Caret(); }
     std::u16string Text() override {
         const TPage& page = FView->Page();
         int32_t start = page.Inside(FView->FBlock.Start), end = page.Inside(FView->FBlock.End);

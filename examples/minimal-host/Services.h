@@ -38,7 +38,7 @@ public:
     void SetToken(int32_t bytes) { FToken = bytes; }
     void InsertText(std::u16string_view text, bool replaceToken) override {
         if (!FView) return;
-        int32_t caret = FView->CaretOffset();
+        int32_t caret = FView->Page().Caret();
         FView->Page().Replace(caret - (replaceToken ? FToken : 0), caret, ToUtf8(text));
     }
 

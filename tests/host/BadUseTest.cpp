@@ -1,0 +1,276 @@
+// Every bad use of the contract: answered by the quiet case, or refused with a message;
+// nothing crashes, and the engine serves a sane host afterwards.
+#include <thread>
+
+#include "host/BadHost.h"
+
+namespace caretwell::test {
+namespace {
+
+TRef<INibCodeInsightManager> ManagerFor(TBadHost& host, const char* fileName) {
+    auto manager = host.Engine.Registry.Find(fileName);
+    EXPECT_TRUE(manager) << fileName;
+    return manager;
+}
+
+constexpr char16_t CloseKeys[] = {minimal::Enter, minimal::Tab, ' ', '>', '=', ';', minimal::Escape};
+
+// ---- faults of views, buffers, services
+
+enum TExpect { Opens, Refuses, Either };
+
+TEST(BadUse, OneFaultAtATime) {
+    const struct {
+        TFault Fault;
+        TExpect List;     // for the first document, a plain element list
+        bool Writes;      // whether any document was written to
+        size_t Messages;  // of the first document, at most
+    } cases[] = {
+        {fNone, Opens, true, 0},
+        {fNoView, Refuses, false, 0},
+        {fNoPosition, Refuses, true, 2},
+        {fNoBlock, Opens, true, 1},
+        {fNoBuffer, Opens, true, 0},
+        {fNoReader, Opens, true, 0},
+        {fNoWriter, Opens, true, 0},
+        {fNoList, Opens, true, 0},
+        {fWildPlaces, Either, true, 1},
+        {fBelowPlaces, Either, true, 1},
+        {fBoastingRead, Opens, true, 0},
+        {fFailingRead, Opens, true, 0},
+        {fThrowingRead, Refuses, true, 2},
+        {fThrowingWrite, Refuses, true, 2},
+        {fThrowingPlaces, Refuses, false, 2},
+        {fWildSelection, Opens, true, 0},
+    };
+    for (const auto& c : cases) {
+        TBadHost host;
+        bool wrote = false;
+        ProposeSanely(host.Engine, "a.html", "<ul>^");  // the schema is read by a sane host
+        for (const auto& document : Documents) {
+            for (char16_t closeKey : CloseKeys) {
+                auto view = host.Open(document.FileName, document.Text);
+                std::string before = view->Page().Text();
+                auto manager = ManagerFor(host, document.FileName);
+                host.Services->Behaviour.Fault = c.Fault;
+                host.Services->Messages.clear();
+                bool opened = WorkThrough(*manager, *host.Services, document.Key, closeKey);
+                host.Services->Behaviour.Fault = fNone;
+                wrote = wrote || view->Page().Text() != before;
+                if (&document != Documents || closeKey != minimal::Enter) continue;
+                EXPECT_TRUE(c.List == Either || opened == (c.List == Opens)) << c.Fault;
+                EXPECT_LE(host.Services->Messages.size(), c.Messages) << c.Fault;
+            }
+        }
+        EXPECT_EQ(wrote, c.Writes) << c.Fault;
+        ExpectUnharmed(host, "fault " + std::to_string(c.Fault));
+    }
+}
+
+TEST(BadUse, ATextWithoutAnEndIsReadToTheLastOffset) {
+    TBadHost host;
+    host.Open("a.css", "^");
+    host.Services->Behaviour.Fault = fEndlessRead;
+    auto manager = ManagerFor(host, "a.css");
+    std::u16string token;
+    manager->InvokeCodeCompletion(itUser, token);
+    ExpectUnharmed(host, "endless");
+}
+
+// ---- services that are not there, or go away
+
+class TNothing final : public TImplements<INibCSSProvider> {};
+
+TEST(BadUse, ServicesAreMissing) {
+    TBadHost host;
+    TRef<IRefCounted> given = TarnwellIDEServices();
+    TRef<IRefCounted> roots[] = {nullptr, static_cast<INibCSSProvider*>(MakeRef<TNothing>().Get())};
+    for (auto& root : roots) {
+        for (const auto& document : Documents) {
+            host.Open(document.FileName, document.Text);
+            auto manager = ManagerFor(host, document.FileName);
+            SetTarnwellIDEServices(root);
+            EXPECT_FALSE(WorkThrough(*manager, *host.Services, document.Key, minimal::Enter))
+                << document.Text;
+            SetTarnwellIDEServices(given);
+            // And between the list and its end.
+            WorkThrough(*manager, *host.Services, document.Key, minimal::Enter,
+                        [&] { SetTarnwellIDEServices(root); });
+            SetTarnwellIDEServices(given);
+        }
+    }
+    ExpectUnharmed(host, "without services");
+}
+
+TEST(BadUse, WhatAListIsAboutGoesAwayWhileItIsOpen) {
+    TBadHost host;
+    const struct {
+        const char* Name;
+        bool StillWrites;
+        std::function<void()> Happens;
+    } cases[] = {
+        {"the view is closed", false, [&] { host.Services->SetView(nullptr); }},
+        {"another view has the focus", false, [&] { host.Open("b.html", "^"); }},
+        {"another file of the same name has it", false, [&] { host.Open("a.html", "^"); }},
+        {"the platform goes", true, [] { SetPlatform(nullptr); }},
+    };
+    for (const auto& c : cases)
+        for (const auto& document : Documents)
+            for (char16_t closeKey : CloseKeys) {
+                auto view = host.Open(document.FileName, document.Text);
+                IPlatform* platform = &GetPlatform();
+                auto manager = ManagerFor(host, document.FileName);
+                std::string atOpen;
+                WorkThrough(*manager, *host.Services, document.Key, closeKey, [&] {
+                    atOpen = view->Page().Text();
+                    c.Happens();
+                });
+                SetPlatform(platform);
+                EXPECT_TRUE(view->Page().Text() == atOpen || c.StillWrites)
+                    << c.Name << ", " << document.Text;
+            }
+    ExpectUnharmed(host, "things going away");
+}
+
+TEST(BadUse, TheBufferShrinksUnderTheList) {
+    TBadHost host;
+    for (const auto& document : Documents)
+        for (char16_t closeKey : CloseKeys) {
+            auto view = host.Open(document.FileName, document.Text);
+            auto manager = ManagerFor(host, document.FileName);
+            WorkThrough(*manager, *host.Services, document.Key, closeKey,
+                        [&] { view->Page().Replace(1, view->Page().Size(), ""); });
+            EXPECT_LE(view->Page().Size(), 64) << document.Text;
+        }
+    ExpectUnharmed(host, "shrinking");
+}
+
+// ---- calls from inside a call
+
+TEST(BadUse, CallsOutOfAnyCall) {
+    const std::string_view places[] = {
+        "Read",        "CreateWriter", "Repaint",   "InvokeCompletion", "CurrentEditView",
+        "CurrentList", "InsertText",   "AddMessage"};
+    for (std::string_view place : places) {
+        TBadHost host;
+        auto markup = ManagerFor(host, "a.html"), style = ManagerFor(host, "a.css");
+        bool isInside = false;
+        int entered = 0;
+        auto callEverything = [&](std::string_view where) {
+            if (where != place || isInside || entered > 2000) return;
+            ++entered;
+            isInside = true;
+            for (auto& manager : {markup, style}) {
+                std::u16string token;
+                bool displayParams = false;
+                manager->InvokeCodeCompletion(itUser, token);
+                TRef<INibCodeInsightSymbolList> list;
+                manager->GetSymbolList(list);
+                for (int32_t i = 0; i < list->GetCount(); ++i) list->GetSymbolText(i);
+                list->SetFilter(u"a");
+                manager->Done(true, displayParams);
+                manager->Done(false, displayParams);
+            }
+            auto parsing = QueryAs<INibMLCodeInsightManager>(markup);
+            std::istringstream text("<table><tr><td bgcolor=");
+            parsing->Parse({9, 9}, MakeRef<TMLBufferProducer>(text, "c.html", 0), nullptr);
+            Initialize();
+            IDERegister();
+            Finalize();
+            isInside = false;
+        };
+        for (const auto& document : Documents)
+            for (char16_t closeKey : CloseKeys) {
+                auto view = host.Open(document.FileName, document.Text);
+                // A message comes when a schema is missing.
+                if (place == "AddMessage") view->Page().Replace(0, 0, "<!DOCTYPE a SYSTEM 'none.dtd'>");
+                auto manager = ManagerFor(host, document.FileName);
+                host.Services->Behaviour.Hook = callEverything;
+                WorkThrough(*manager, *host.Services, document.Key, closeKey);
+                host.Services->Behaviour.Hook = nullptr;
+            }
+        EXPECT_GT(entered, 0) << place;
+        auto refusals = std::count(host.Services->Messages.begin(), host.Services->Messages.end(),
+                                   "Finalize was called from inside a call of the engine and did nothing");
+        EXPECT_EQ(refusals, entered) << place;
+        ExpectUnharmed(host, place);
+    }
+}
+
+/// An observer that does what the caller likes in the middle of a parse.
+class TObserver final : public TImplements<INibMLElementCallback> {
+public:
+    explicit TObserver(std::function<void()> action) : FAction(std::move(action)) {}
+    void ElementParsed(void*, INibMLMarkupPos*, TTagType, int32_t, int32_t, bool&) override {
+        ++FCount;
+        FAction();
+    }
+    void Invalidate() override { FAction(); }
+    int FCount = 0;
+
+private:
+    std::function<void()> FAction;
+};
+
+TEST(BadUse, AnObserverThatInterferes) {
+    TBadHost host;
+    host.Open("a.html", "<ul><li>a<li target='x'>b<p>^</ul>");
+    auto manager = QueryAs<INibMLCodeInsightManager>(ManagerFor(host, "a.html"));
+    std::u16string token;
+    TMLParser& parser = QueryAs<ISymbolManagerAccessor>(manager)->GetSymbolManager()->GetParser();
+    const struct {
+        const char* Name;
+        std::function<void()> Action;
+    } cases[] = {
+        {"throws", [] { throw std::runtime_error("no"); }},
+        {"parses", [&] { manager->InvokeCodeCompletion(itUser, token); }},
+        {"unloads", [] { Finalize(); }},
+        {"reads the list", [&] { WorkThrough(*manager, *host.Services, 0, minimal::Enter); }},
+    };
+    for (const auto& c : cases) {
+        auto observer = MakeRef<TObserver>(c.Action);
+        parser.AddCallback(observer.Get());
+        manager->InvokeCodeCompletion(itUser, token);
+        EXPECT_GT(observer->FCount, 0) << c.Name;
+        parser.RemoveCallback(observer.Get());
+        ExpectUnharmed(host, c.Name);
+        host.Open("a.html", "<ul><li>a<li target='x'>b<p>^</ul>");
+    }
+}
+
+// ---- a second thread
+
+TEST(BadUse, ASecondThreadIsRefused) {
+    TBadHost host;
+    auto markup = ManagerFor(host, "a.html"), style = ManagerFor(host, "a.css");
+    TRef<INibCodeInsightSymbolList> lists[2];
+    markup->GetSymbolList(lists[0]);
+    style->GetSymbolList(lists[1]);
+    INibCodeInsightManager* managers[] = {markup.Get(), style.Get()};
+    host.Open("a.html", "<ul>^");
+    int answered = 0;
+    std::thread other([&] {
+        for (int round = 0; round < 200; ++round)
+            for (int i : {0, 1}) {
+                std::u16string token;
+                bool displayParams = false;
+                answered += managers[i]->InvokeCodeCompletion(itUser, token);
+                answered += lists[i]->GetCount() + lists[i]->FindIdent(u"a") + 1;
+                answered += !lists[i]->GetSymbolText(0).empty() + managers[i]->HandlesFile("a.html");
+                managers[i]->Done(true, displayParams);
+                answered +=
+                    static_cast<bool>(MarkupLanguageManager()) + static_cast<bool>(CSSLanguageManager());
+                Initialize();
+                IDERegister();
+                Finalize();
+            }
+    });
+    for (int round = 0; round < 50; ++round) ExpectUnharmed(host, "beside a thread");
+    other.join();
+    EXPECT_EQ(answered, 0);
+    EXPECT_TRUE(host.Services->Messages.empty());
+    ExpectUnharmed(host, "after a thread");
+}
+
+}  // namespace
+}  // namespace caretwell::test
