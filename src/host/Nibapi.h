@@ -140,7 +140,7 @@ struct INibEditView : IRefCounted {
     static constexpr TGuid Id = Guid("5a0f83a6-6f0b-4f0e-9a60-3b7a1c5a2e06");
     using Parent = IRefCounted;
     virtual TNibEditPos CaretPos() = 0;
-    virtual void SetCaretPos(TNibEditPos position) = 0;
+    virtual void SetCaretPos(TNibEditPos position) = 0;  ///< taken to the nearest inside
     // Conversions. A place outside of the text is taken to the nearest inside.
     virtual TNibCharPos OffsetToCharPos(int32_t offset) = 0;
     virtual int32_t CharPosToOffset(TNibCharPos position) = 0;
@@ -178,7 +178,7 @@ struct INibSourceEditor : IRefCounted {
     static constexpr TGuid Id = Guid("5a0f83a6-6f0b-4f0e-9a60-3b7a1c5a2e09");
     using Parent = IRefCounted;
     virtual std::string FileName() = 0;
-    virtual int32_t ViewCount() = 0;
+    virtual int32_t ViewCount() = 0;                     ///< may be 0
     virtual TRef<INibEditView> View(int32_t index) = 0;  ///< from 0; null out of range
     virtual TRef<INibEditReader> CreateReader() = 0;     ///< for a file without a view
 };
@@ -218,8 +218,8 @@ struct INibCodeInsightServices : IRefCounted {
 struct INibMessageServices : IRefCounted {
     static constexpr TGuid Id = Guid("5a0f83a6-6f0b-4f0e-9a60-3b7a1c5a2e13");
     using Parent = IRefCounted;
-    virtual void ClearMessages() = 0;  ///< a schema is about to be read
-    virtual void ShowMessageView() = 0;
+    virtual void ClearMessages() = 0;    ///< a schema is about to be read
+    virtual void ShowMessageView() = 0;  ///< a message is about to come
     /// prefix is a word in front of the text: "Error", "Warning", "Hint", "Failure",
     /// "Code Completion", or nothing. line and column count from 1, 0 where there is none.
     virtual void AddMessage(std::string_view fileName, std::string_view text, std::string_view prefix,
@@ -297,14 +297,14 @@ struct INibCodeInsightParameterList : IRefCounted {
 struct INibCodeInsightSymbolList : IRefCounted {
     static constexpr TGuid Id = Guid("4ca1cdfd-bd9a-4628-94ae-9bf3eb2da22e");
     using Parent = IRefCounted;
-    virtual void Clear() = 0;        ///< shows all entries again
-    virtual int32_t GetCount() = 0;  ///< entries that the filter leaves
-    virtual bool GetSymbolIsReadWrite(int32_t index) = 0;
-    virtual bool GetSymbolIsAbstract(int32_t index) = 0;  ///< a closing tag
+    virtual void Clear() = 0;                              ///< shows all entries again
+    virtual int32_t GetCount() = 0;                        ///< entries that the filter leaves
+    virtual bool GetSymbolIsReadWrite(int32_t index) = 0;  ///< true in style sheets
+    virtual bool GetSymbolIsAbstract(int32_t index) = 0;   ///< a closing tag
     virtual int32_t GetViewerSymbolFlags(int32_t index) = 0;
-    virtual int32_t GetViewerVisibilityFlags(int32_t index) = 0;
-    virtual int32_t GetProcDispatchFlags(int32_t index) = 0;
-    virtual void SetSortOrder(TNibSortOrder order) = 0;
+    virtual int32_t GetViewerVisibilityFlags(int32_t index) = 0;  ///< always 2
+    virtual int32_t GetProcDispatchFlags(int32_t index) = 0;      ///< always 0
+    virtual void SetSortOrder(TNibSortOrder order) = 0;           ///< changes nothing
     virtual TNibSortOrder GetSortOrder() = 0;
     /// The first entry shown that begins with ident; -1 if none.
     virtual int32_t FindIdent(std::u16string_view ident) = 0;
@@ -312,8 +312,8 @@ struct INibCodeInsightSymbolList : IRefCounted {
     virtual bool FindSymIndex(std::u16string_view ident, int32_t& index) = 0;
     /// Leaves the entries that begin with text, without regard to case; empty leaves all.
     virtual void SetFilter(std::u16string_view text) = 0;
-    virtual std::u16string GetSymbolText(int32_t index) = 0;
-    virtual std::u16string GetSymbolTypeText(int32_t index) = 0;
+    virtual std::u16string GetSymbolText(int32_t index) = 0;      ///< what is written
+    virtual std::u16string GetSymbolTypeText(int32_t index) = 0;  ///< a value, or a line
     virtual std::u16string GetSymbolClassText(
         int32_t index) = 0;  ///< "Element", "property": the column of kinds
 };
@@ -328,17 +328,17 @@ struct INibCodeInsightManager : IRefCounted {
     static constexpr TGuid OlderId = Guid("ba5b444a-6e78-4a79-bf05-e184c1132b30");
     using Parent = IRefCounted;
 
-    virtual std::string GetName() = 0;      ///< for people: "Markup Language"
-    virtual std::string GetIDString() = 0;  ///< for programs: "Tarnwell.CodeInsight.HTML"
-    virtual bool GetEnabled() = 0;
-    virtual void SetEnabled(bool value) = 0;
+    virtual std::string GetName() = 0;        ///< for people: "Markup Language"
+    virtual std::string GetIDString() = 0;    ///< for programs: "Tarnwell.CodeInsight.HTML"
+    virtual bool GetEnabled() = 0;            ///< true until set otherwise
+    virtual void SetEnabled(bool value) = 0;  ///< heeded by the host alone
     /// The characters of the token before the caret that the list is filtered on.
     virtual TCharSet EditorTokenValidChars(bool preValidating) = 0;
-    virtual void AllowCodeInsight(bool& allow, char16_t key) = 0;
-    virtual bool PreValidateCodeInsight(std::u16string_view text) = 0;
+    virtual void AllowCodeInsight(bool& allow, char16_t key) = 0;       ///< leaves allow as it is
+    virtual bool PreValidateCodeInsight(std::u16string_view text) = 0;  ///< always true
     /// True if the item leads to a place of the document (GotoDefinition).
     virtual bool IsViewerBrowsable(int32_t index) = 0;
-    virtual bool GetMultiSelect() = 0;
+    virtual bool GetMultiSelect() = 0;  ///< always false
     /// list receives the one list of the manager.
     virtual void GetSymbolList(TRef<INibCodeInsightSymbolList>& list) = 0;
     /// A key while the list is open; the characters 9, 13 and 27 are Tab, Enter and Escape.
@@ -356,9 +356,9 @@ struct INibCodeInsightManager : IRefCounted {
     /// receives the token before the caret. May write a closing tag, a slash or quotes.
     virtual bool InvokeCodeCompletion(TNibInvokeType howInvoked, std::u16string& text) = 0;
     virtual bool InvokeParameterCodeInsight(TNibInvokeType howInvoked, int32_t& selectedIndex) = 0;
-    virtual void ParameterCodeInsightAnchorPos(TNibEditPos& position) = 0;
+    virtual void ParameterCodeInsightAnchorPos(TNibEditPos& position) = 0;  ///< not set
     virtual int32_t ParameterCodeInsightParamIndex(TNibEditPos position) = 0;
-    virtual std::u16string GetHintText(int32_t line, int32_t column) = 0;
+    virtual std::u16string GetHintText(int32_t line, int32_t column) = 0;  ///< always empty
     /// Where a closing tag of the list was opened: file, and line from 1.
     virtual bool GotoDefinition(std::string& fileName, int32_t& line, int32_t index) = 0;
     /// The list is closed; accepted says with a choice, which INibInsightList::SelectedIndex
@@ -396,8 +396,8 @@ public:
     /// A colour as 0xBBGGRR, or SystemColor | index.
     virtual uint32_t GetFontColor() const = 0;
     virtual void SetFontColor(uint32_t color) = 0;
-    virtual void SetBold(bool bold) = 0;
-    virtual void Refresh() = 0;  ///< the font was changed
+    virtual void SetBold(bool bold) = 0;  ///< of the current font
+    virtual void Refresh() = 0;           ///< the font was changed
     /// Lays the text out at rect and moves rect's right and bottom edges to its end.
     virtual void MeasureText(std::u16string_view text, TNibRect& rect, uint32_t flags) = 0;
     virtual void TextOut(int32_t x, int32_t y, uint32_t options, const TNibRect& clip,
