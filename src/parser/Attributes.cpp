@@ -49,7 +49,13 @@ TRef<INibMLTagAttribute> TMLParser::FindAttribute(std::string_view name) const {
 
 void TMLParser::AddTagAttr(TRef<INibMLTagAttribute> attribute, std::string_view value, char quoteOpen,
                            char quoteClose) {
-    if (FCurrentTagAttrs) FCurrentTagAttrs->Add(std::move(attribute), value, quoteOpen, quoteClose);
+    if (!FCurrentTagAttrs) return;
+    // A megabyte of names in one tag is no tag: symbols made up for them would take a
+    // hundred times the memory of the text.
+    constexpr int32_t MostUnknown = 10000;
+    bool isTooMany =
+        FCurrentTagAttrs->GetCount() >= MostUnknown && Supports<INibMLUnknownTagAttribute>(attribute);
+    if (!isTooMany) FCurrentTagAttrs->Add(std::move(attribute), value, quoteOpen, quoteClose);
 }
 
 // A boolean attribute written without a value means true.
