@@ -1,5 +1,6 @@
-// Runs a command several times and prints three numbers: its status, the median of its wall
-// time in milliseconds, its peak memory in bytes. What it writes is dropped.
+// Runs a command several times and prints four numbers: its status, the medians of its wall
+// time and of its processor time in milliseconds, its peak memory in bytes. What it writes is
+// dropped.
 //
 //     bench_launch 20 caretwell complete page.html:3:4
 //
@@ -27,12 +28,21 @@ void Execute(char** command) {
     _exit(127);
 }
 
+double MillisecondsOf(const timeval& time) {
+    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
+}
+
+double MedianOf(double* values, int count) {
+    std::nth_element(values, values + count / 2, values + count);
+    return values[count / 2];
+}
+
 }  // namespace
 
 int main(int count, char** words) {
     int runs = count > 2 ? std::atoi(words[1]) : 0;
     if (runs < 1 || runs > MostRuns) return 2;
-    static double milliseconds[MostRuns];
+    static double wall[MostRuns], processor[MostRuns];
     int status = 0;
     long peak = 0;
     for (int run = 0; run < runs; ++run) {
@@ -41,11 +51,11 @@ int main(int count, char** words) {
         if (child == 0) Execute(words + 2);
         rusage usage{};
         if (wait4(child, &status, 0, &usage) < 0) return 1;
-        milliseconds[run] =
-            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+        std::chrono::duration<double, std::milli> passed = std::chrono::steady_clock::now() - start;
+        wall[run] = passed.count();
+        processor[run] = MillisecondsOf(usage.ru_utime) + MillisecondsOf(usage.ru_stime);
         peak = std::max(peak, usage.ru_maxrss);
     }
-    std::nth_element(milliseconds, milliseconds + runs / 2, milliseconds + runs);
-    std::printf("%d %.3f %ld\n", WIFEXITED(status) ? WEXITSTATUS(status) : -1, milliseconds[runs / 2],
-                peak * 1024);
+    std::printf("%d %.3f %.3f %ld\n", WIFEXITED(status) ? WEXITSTATUS(status) : -1, MedianOf(wall, runs),
+                MedianOf(processor, runs), peak * 1024);
 }

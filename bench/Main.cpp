@@ -11,6 +11,9 @@ namespace {
 
 using namespace caretwell::bench;
 
+constexpr size_t PageSizes[] = {10'000, 100'000, 1'000'000, 10'000'000};
+constexpr size_t SheetSizes[] = {10'000, 100'000, 1'000'000};
+
 // Two tables compare only if these lines do.
 void PrintPages() {
     std::printf("%-24s %10s %8s  %s\n", "document", "bytes", "tags", "checksum");
@@ -18,13 +21,11 @@ void PrintPages() {
         std::printf("%-24s %10zu %8zu  %016llx\n", name, page.Text.size(), page.Tags,
                     static_cast<unsigned long long>(Checksum(page.Text)));
     };
-    for (size_t bytes : {10'000, 100'000, 1'000'000, 10'000'000})
-        print("tag-dense page", MakePage(pkTagDense, bytes));
+    for (size_t bytes : PageSizes) print("tag-dense page", MakePage(pkTagDense, bytes));
     print("text-heavy page", MakePage(pkTextHeavy, 1'000'000));
     print("10,000 open tags", MakeOpenTags(10'000));
-    for (size_t bytes : {10'000, 100'000, 1'000'000}) print("plain style sheet", MakeSheet(skPlain, bytes));
-    for (size_t bytes : {10'000, 100'000, 1'000'000})
-        print("style sheet of today", MakeSheet(skToday, bytes));
+    for (size_t bytes : SheetSizes) print("plain style sheet", MakeSheet(skPlain, bytes));
+    for (size_t bytes : SheetSizes) print("style sheet of today", MakeSheet(skToday, bytes));
     std::printf("\n");
 }
 

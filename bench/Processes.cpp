@@ -16,6 +16,7 @@ namespace {
 struct TLaunch {
     int Status = -1;
     double Milliseconds = 0;
+    double ProcessorMilliseconds = 0;
     double Bytes = 0;
 };
 
@@ -31,8 +32,8 @@ std::optional<TLaunch> Launch(const std::string& command) {
     std::string line = "exec '" + ProgramBesideThis("bench_launch") + "' 20 " + command;
     FILE* answer = popen(line.c_str(), "r");
     TLaunch launch;
-    bool isRead =
-        answer && std::fscanf(answer, "%d %lf %lf", &launch.Status, &launch.Milliseconds, &launch.Bytes) == 3;
+    bool isRead = answer && std::fscanf(answer, "%d %lf %lf %lf", &launch.Status, &launch.Milliseconds,
+                                        &launch.ProcessorMilliseconds, &launch.Bytes) == 4;
     if (answer) pclose(answer);
     if (isRead) row->second = launch;
     return row->second;
@@ -116,6 +117,8 @@ std::optional<TLaunch> LaunchFor(benchmark::State& state, const TCommand& comman
 void TimeCommand(benchmark::State& state, const TCommand& command) {
     auto launch = LaunchFor(state, command);
     for (auto _ : state) AddLap(state, launch ? launch->Milliseconds / 1e3 : 0);
+    // Far above its own processor time, a figure tells of a busy machine.
+    if (launch) SetYardstick(state, "its processor time", launch->ProcessorMilliseconds / 1e3);
     if (auto nothing = Launch("/bin/true")) SetYardstick(state, "/bin/true", nothing->Milliseconds / 1e3);
 }
 
