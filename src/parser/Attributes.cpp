@@ -164,6 +164,7 @@ bool TMLParser::ReadAttributeValue(TAttributeScan& attribute, std::string& value
 void TMLParser::EndAttribute(TAttributeScan& attribute, std::string_view value) {
     if (INibMLTagAttribute* symbol = attribute.Symbol.Get()) {
         AddTagAttr(attribute.Symbol, value, FQuoteOpen, FQuoteClose);
+        if (FScan.IsOutermost) FNamespaces.AddAttribute(ToUtf8(symbol->GetName()), value);
         symbol->SetOffsetStart(attribute.Start);
         if (!value.empty()) symbol->SetOffsetEnd(Offset());
         Callback(symbol, ttAttribute, attribute.Start, Offset());

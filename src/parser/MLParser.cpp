@@ -30,7 +30,8 @@ void TMLParser::Parse(TNibEditPos caret, TRef<IMLBufferProducer> producer, TRef<
         ParseMLDocument();
     }
     FinishParse(startTag);
-    if (FSymbolManager.GetKibitzMode() != kmXML) FSymbolManager.SetSchemaFile(FSchemaFile);
+    if (FSymbolManager.GetKibitzMode() == kmXML) FSymbolManager.SetNamespaces(FNamespaces);
+    else FSymbolManager.SetSchemaFile(FSchemaFile);
 }
 
 void TMLParser::Reset(TNibEditPos caret, TRef<INibMLTag> startTag) {
@@ -57,6 +58,7 @@ void TMLParser::Reset(TNibEditPos caret, TRef<INibMLTag> startTag) {
     FCurrentAttribute = nullptr;
     FXSLOutputSchema = "loose.dtd";
     FSchemaFile.clear();
+    FNamespaces.Clear();
     FInDocType = FInXSLTemplate = FInClosingTag = false;
     FSymbolManager.ClearClosedTags();
     FQuoteOpen = FQuoteClose = 0;

@@ -122,8 +122,10 @@ private:
         INibMLTag* ScanTag = nullptr;      // held by ScanBucket, or else by MadeUpTag
         TTagBucket* ScanBucket = nullptr;  // of ScanTag, if the schema knows it
         TRef<INibMLTag> MadeUpTag;
-        bool HasName = false;    // the tag being scanned has a name
-        bool IsDocType = false;  // and that is DOCTYPE
+        bool HasName = false;       // the tag being scanned has a name
+        bool IsDocType = false;     // and that is DOCTYPE
+        bool HasOutermost = false;  // the document's first opening tag was met
+        bool IsOutermost = false;   // it is the one being scanned, and what it binds counts
         bool PendingScript = false, PendingStyle = false, PendingTextArea = false;
     };
     struct TAttributeScan {
@@ -166,6 +168,7 @@ private:
     bool FindDirective(std::string_view name);
     void MakeUpTag(TRef<INibMLTag> tag);
     void IgnoreNamelessTag();
+    void NoteOutermost(std::string_view name);
     void OpenScanTag();
     void NotePendingContent(const TNameKey& key);
     void SkipWhiteSpace();
@@ -241,6 +244,7 @@ private:
     std::vector<TAutoClosePosition> FAutoClosePositions;  // the last place of the document at the back
     TMLSymbolManager& FSymbolManager;
     bool FStop = false;
+    TDocumentNamespaces FNamespaces;  // of a free XML document
     int32_t FDocTypeMark = 0;
     int32_t FCurrentCol = -1;
     int32_t FCurrentColOffset = -1;  // place that FCurrentCol is to tell of, once lines are counted

@@ -202,7 +202,7 @@ void TMLParser::ScanTagStart() {
     NeedAhead(LongestMark);
     FScan.TagStart = FCurrentColOffset = Offset();
     FScan.OpenedBeforeCaret = FScan.BeforeCaret && !FCaretInTagName;
-    FScan.IsDirective = false;
+    FScan.IsDirective = FScan.IsOutermost = false;
     if (FScan.BeforeCaret && IsObserved()) {
         CollectText();
         if (!FText.empty()) ReportText(FScan.TagStart - 1);
@@ -306,6 +306,7 @@ void TMLParser::ScanTagName() {
         if ((FScan.BeforeCaret && FInTag) || FScan.OpenedBeforeCaret) FCurrentTag = FScan.ScanTag;
         PushTag(nameOffset);
         if (FSymbolManager.GetKibitzMode() == kmHTML) NotePendingContent(key);
+        else if (!FScan.HasOutermost) NoteOutermost(name);
     }
     if (!FScan.PastCaret || FScan.OpenedBeforeCaret) OpenScanTag();
 }
@@ -356,6 +357,14 @@ void TMLParser::IgnoreNamelessTag() {
     FInClosingTag = FInScript = FInTextArea = false;
     FContexts.Remove(pcElement);
     PopContextPos();
+}
+
+// The prefixes of a document hold from its first tag on, for the tag's own name too. With
+// the caret in front of it the document has bound nothing yet.
+void TMLParser::NoteOutermost(std::string_view name) {
+    FScan.HasOutermost = true;
+    FScan.IsOutermost = FScan.OpenedBeforeCaret && FSymbolManager.GetKibitzMode() == kmXML;
+    if (FScan.IsOutermost) FNamespaces.SetElement(name);
 }
 
 void TMLParser::OpenScanTag() {

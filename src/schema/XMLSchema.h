@@ -100,6 +100,9 @@ public:
     /// The name as a document writes it. An attribute of another namespace keeps the prefix
     /// that the schema writes, as in xml:lang.
     std::string_view GetName() const;
+    /// Of an element: the namespace of its name. Empty if the target has none, and for a
+    /// local element that documents write without one.
+    std::string_view GetNamespace() const;
     bool HasRef() const;
     bool HasType() const;
     /// The attribute "type" as written.

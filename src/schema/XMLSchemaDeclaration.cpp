@@ -55,6 +55,18 @@ std::string_view TXMLDeclaration::GetName() const {
                                    : AttributeText(pugi::xml_node(FTarget), "name");
 }
 
+// Global elements always are in the target namespace, others as the schema has it.
+std::string_view TXMLDeclaration::GetNamespace() const {
+    if (!FTargetSchema) return {};
+    const TData& data = FTargetSchema->GetData();
+    pugi::xml_node target(FTarget);
+    TXMLKind holder = data.KindOf(target.parent());
+    bool isGlobal = holder == xkSchema || holder == xkRedefine;
+    std::string_view form = AttributeText(target, "form");
+    if (form.empty()) form = AttributeText(data.Root, "elementFormDefault");
+    return isGlobal || form == "qualified" ? data.TargetNamespace.value_or("") : std::string_view();
+}
+
 bool TXMLDeclaration::HasRef() const { return !pugi::xml_node(FSite).attribute("ref").empty(); }
 bool TXMLDeclaration::HasType() const { return !pugi::xml_node(FSite).attribute("type").empty(); }
 std::string_view TXMLDeclaration::GetTypeText() const { return AttributeText(pugi::xml_node(FSite), "type"); }

@@ -65,6 +65,7 @@ void TMLSymbolManager::SetParser(TMLParser* parser) {
 
 void TMLSymbolManager::ClearTags() {
     FFixups.Forget();
+    FTablePrefixes.clear();
     for (auto& chain : FAttrEditorBuckets) chain.clear();
     auto tags = std::exchange(FTagList, {});
     tags.insert(tags.end(), FLooseTags.begin(), FLooseTags.end());

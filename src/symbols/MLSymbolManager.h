@@ -16,6 +16,7 @@
 
 #include "markup/MLParserUtils.h"
 #include "symbols/ContextFixups.h"
+#include "symbols/DocumentNamespaces.h"
 #include "symbols/NameKey.h"
 #include "tagmodel/AsciiCharList.h"
 #include "tagmodel/HTMLTag.h"
@@ -160,6 +161,12 @@ public:
     const std::string& GetSchemaFile() const { return FSchemaFile; }
     /// Decides whether the table is thrown away and built anew; see SchemaSelection.cpp.
     void SetSchemaFile(const std::string& value);
+    /// What a free XML document binds, said at the end of each of its parses. If names of
+    /// the table are written with another prefix than before, the table is made anew and
+    /// the parse runs again.
+    void SetNamespaces(const TDocumentNamespaces& value);
+    /// Asked by the loader for each namespace of its names: the prefix that they get.
+    std::string FollowNamespace(const std::string& nameSpace);
     TKibitzMode GetKibitzMode() const { return FKibitzMode; }
     void SetKibitzMode(TKibitzMode mode) { FKibitzMode = mode; }
     bool GetIsASPEnabled() const { return FIsASPEnabled; }
@@ -189,6 +196,7 @@ public:
 
 private:
     void SelectXMLSchema(const std::string& value);
+    void LoadXMLTable();
     /// False if there is no such file.
     bool LoadTable(const std::string& file, bool exists);
     void LoadSchema(const std::string& extension);
@@ -207,6 +215,11 @@ private:
     std::string FSchemaFile;
     TKibitzMode FKibitzMode = kmHTML;
     std::string FXSLOutputFile;
+    TDocumentNamespaces FNamespaces;
+    struct TTablePrefix {
+        std::string Namespace, Prefix;
+    };
+    std::vector<TTablePrefix> FTablePrefixes;  // that the names in the table have
     std::vector<TRef<INibMLTag>> FClosedTags;
     TAsciiCharList FCharList;
     TTagCase FTagCase = tcLowerCase;

@@ -1,6 +1,9 @@
 // Which schema the table follows: worked out at the start of a parse from the kind of
-// document, at its end from what the doctype said. On a document that stays on its
-// schema the decision is a comparison of names.
+// document, at its end from what the doctype said. How the names of a schema are written
+// follows the prefixes that a free XML document binds. On a document that stays on its
+// schema both decisions are a comparison of names.
+#include <algorithm>
+
 #include "host/Platform.h"
 #include "markup/MLBufferProducer.h"
 #include "parser/MLParser.h"
@@ -39,14 +42,38 @@ void TMLSymbolManager::SelectXMLSchema(const std::string& value) {
     if (value == FSchemaFile || FIsLoading) return;
     TFlagScope loading(FIsLoading);
     FSchemaFile = value;
+    FNamespaces.Clear();
     ClearTags();
     FCharList.Clear();
-    if (!GetPlatform().FileExists(value)) {
-        ReportMissingSchema("Unable to find schema file \"%s\"", value);
-        return;
-    }
+    if (GetPlatform().FileExists(value)) LoadXMLTable();
+    else ReportMissingSchema("Unable to find schema file \"%s\"", value);
+}
+
+void TMLSymbolManager::LoadXMLTable() {
     SetHiddenRootNode(MakeRef<THTMLTag>(RootName, this, -1));
     LoadXSDEx(*FHiddenRoot, nullptr, FSchemaFile);
+}
+
+std::string TMLSymbolManager::FollowNamespace(const std::string& nameSpace) {
+    std::string prefix(FNamespaces.GetPrefix(nameSpace));
+    FTablePrefixes.push_back({nameSpace, prefix});
+    return prefix;
+}
+
+void TMLSymbolManager::SetNamespaces(const TDocumentNamespaces& value) {
+    if (FIsReloading || FIsLoading || value == FNamespaces) return;
+    FNamespaces = value;
+    bool isFollowed = std::all_of(FTablePrefixes.begin(), FTablePrefixes.end(), [&](const TTablePrefix& row) {
+        return row.Prefix == value.GetPrefix(row.Namespace);
+    });
+    if (isFollowed) return;
+    {
+        TFlagScope loading(FIsLoading);
+        ClearTags();
+        LoadXMLTable();
+    }
+    CallbacksInvalidate();
+    ParseAgain();
 }
 
 void TMLSymbolManager::SetSchemaFile(const std::string& name) {
@@ -66,12 +93,12 @@ void TMLSymbolManager::SetSchemaFile(const std::string& name) {
     FSchemaFile = value;
     if (!LoadTable(value, exists)) return;
     CallbacksInvalidate();
-    // The parse ends in here again; with an output language that cannot be found it
-    // would load the same schema for ever.
-    TFlagScope reloading(FIsReloading);
-    FReloadDepth = FParseDepth;
     ShowAllChildren();
     ParseAgain();
+    if (auto& tag = FParser->FCurrentTag) {
+        tag->SetOffsetEnd(0);
+        tag->SetOffsetStart(0);
+    }
 }
 
 bool TMLSymbolManager::LoadTable(const std::string& file, bool exists) {
@@ -130,16 +157,15 @@ void TMLSymbolManager::LoadServerControls() {
         if (ExtensionOf(file) == ".xsd") LoadXSD(*FHiddenRoot, &GetASPParentTags(), folder + file);
 }
 
-// A new schema takes effect within the same invocation: the state that the list is
-// made from has to speak of the new table.
+// A new table takes effect within the same invocation: the state that the list is made
+// from has to speak of it. The parse ends in the same decision again; with an output
+// language that cannot be found it would load the same schema for ever.
 void TMLSymbolManager::ParseAgain() {
+    TFlagScope reloading(FIsReloading);
+    FReloadDepth = FParseDepth;
     auto services = GetService<INibCodeInsightServices>();
     auto view = services ? services->CurrentEditView() : nullptr;
     if (view) FParser->Parse(view->CaretPos(), MakeRef<TMLBufferProducer>(view, 0), nullptr);
-    if (auto& tag = FParser->FCurrentTag) {
-        tag->SetOffsetEnd(0);
-        tag->SetOffsetStart(0);
-    }
 }
 
 void TMLSymbolManager::SetIsASPEnabled(bool value) {

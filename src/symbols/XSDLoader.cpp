@@ -174,8 +174,11 @@ int32_t TXSDLoader::FindOrPlanTag(const TXMLDeclaration& element, const TXMLType
                                   std::vector<TFrame>& frames) {
     std::string key("E:");
     key.append(element.GetName()).append(type.IsComplex() ? "-C:" : "-S:").append(type.GetName());
+    // A document may write the same name with a prefix and without one.
+    size_t nameSpace = NumberNamespace(element.GetNamespace());
+    key.append("-N:").append(std::to_string(nameSpace));
     if (auto found = FElements.find(key); found != FElements.end()) return found->second;
-    int32_t tag = PlanTag(key, element.GetName());
+    int32_t tag = PlanTag(key, element.GetName(), nameSpace);
     if (tag == NoTag || !type.IsComplex()) return tag;
     FPlan->Tags.back().Type = type;
     // The key stands before the content is read, so a type that contains itself ends.
@@ -183,7 +186,14 @@ int32_t TXSDLoader::FindOrPlanTag(const TXMLDeclaration& element, const TXMLType
     return tag;
 }
 
-int32_t TXSDLoader::PlanTag(const std::string& key, std::string_view name) {
+size_t TXSDLoader::NumberNamespace(std::string_view nameSpace) {
+    if (nameSpace.empty()) return 0;
+    auto [row, isNew] = FNamespaces.try_emplace(nameSpace, FPlan->Namespaces.size());
+    if (isNew) FPlan->Namespaces.emplace_back(nameSpace);
+    return row->second;
+}
+
+int32_t TXSDLoader::PlanTag(const std::string& key, std::string_view name, size_t nameSpace) {
     std::u16string spelled = ToUtf16(name), folded = spelled;
     if (!FLimits.AdmitTag(spelled)) {
         ReportFull();
@@ -193,7 +203,7 @@ int32_t TXSDLoader::PlanTag(const std::string& key, std::string_view name) {
     FElements[key] = tag;
     std::transform(folded.begin(), folded.end(), folded.begin(), ToUpper<char16_t>);
     bool isFirst = FNames.insert(std::move(folded)).second;
-    FPlan->Tags.push_back({std::move(spelled), {}, isFirst, {}});
+    FPlan->Tags.push_back({std::move(spelled), {}, isFirst, nameSpace, {}});
     return tag;
 }
 

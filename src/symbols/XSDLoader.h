@@ -49,7 +49,8 @@ private:
     // content is still to be read.
     int32_t EnterElement(const TXMLDeclaration& element, std::vector<TFrame>& frames);
     int32_t FindOrPlanTag(const TXMLDeclaration& element, const TXMLType& type, std::vector<TFrame>& frames);
-    int32_t PlanTag(const std::string& key, std::string_view name);
+    int32_t PlanTag(const std::string& key, std::string_view name, size_t nameSpace);
+    size_t NumberNamespace(std::string_view nameSpace);
     void AddChild(int32_t parent, int32_t child);
     void ReportFull();
     TXMLType GetElementType(const TXMLDeclaration& element) const;
@@ -60,6 +61,7 @@ private:
     std::vector<const TXMLSchema*> FSchemas;   // the included ones before the including ones
     std::unordered_map<std::string, int32_t> FElements;
     std::unordered_set<std::u16string> FNames;  // in upper case
+    std::unordered_map<std::string_view, size_t> FNamespaces;
     TTagLimits FLimits;
     // The tag of a declaration met before, by whether it was referred to.
     std::unordered_map<const void*, int32_t> FMet[2];

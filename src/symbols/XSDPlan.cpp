@@ -1,6 +1,9 @@
 #include "symbols/XSDPlan.h"
 
+#include <algorithm>
+
 #include "symbols/MLSymbolManager.h"
+#include "symbols/TagLimits.h"
 #include "tagmodel/HTMLAttribute.h"
 
 namespace caretwell {
@@ -42,16 +45,7 @@ TXMLType TXSDPlan::GetTypeDef(const TXMLDeclaration& declaration) const {
 
 void TXSDPlan::MakeTags(TMLSymbolManager& manager, THTMLTag& root,
                         const std::vector<std::u16string>* parents) {
-    std::vector<TRef<THTMLTag>> tags;
-    tags.reserve(Tags.size());
-    // The plan knows which names it repeats; only a table with tags in it has to be asked.
-    bool isAlone = manager.GetTagList().empty();
-    for (const TXSDPlannedTag& planned : Tags) {
-        tags.push_back(MakeTag(manager, planned));
-        if (!isAlone) Register(manager, tags.back());
-        else if (planned.IsFirst) manager.AddElement(tags.back());
-        else manager.KeepTag(tags.back());
-    }
+    std::vector<TRef<THTMLTag>> tags = EnterTags(manager);
     for (size_t i = 0; i < Tags.size(); ++i)
         for (int32_t child : Tags[i].Children) tags[i]->AddTag(tags[static_cast<size_t>(child)]);
     for (int32_t global : Globals) {
@@ -66,8 +60,39 @@ void TXSDPlan::MakeTags(TMLSymbolManager& manager, THTMLTag& root,
     root.ResetRange();
 }
 
-TRef<THTMLTag> TXSDPlan::MakeTag(TMLSymbolManager& manager, const TXSDPlannedTag& planned) {
-    TRef<THTMLTag> tag = MakeRef<TXMLElement>(planned.Name, &manager, -1);
+// What stands in front of the names of each namespace, colon and all.
+std::vector<std::u16string> TXSDPlan::FollowNamespaces(TMLSymbolManager& manager) const {
+    std::vector<std::u16string> prefixes;
+    for (const std::string& nameSpace : Namespaces) {
+        std::u16string prefix = ToUtf16(manager.FollowNamespace(nameSpace));
+        prefixes.push_back(prefix.empty() ? prefix : prefix + u":");
+    }
+    return prefixes;
+}
+
+std::vector<TRef<THTMLTag>> TXSDPlan::EnterTags(TMLSymbolManager& manager) {
+    std::vector<std::u16string> prefixes = FollowNamespaces(manager);
+    bool isPrefixed = !std::all_of(prefixes.begin(), prefixes.end(), [](const auto& p) { return p.empty(); });
+    // The plan knows which plain names it repeats; only a table with tags in it, or names
+    // that prefixes tell apart, have to be asked for.
+    bool isAlone = !isPrefixed && manager.GetTagList().empty();
+    // With prefixes names fall into other buckets than those that the plan has counted.
+    TTagLimits limits;
+    std::vector<TRef<THTMLTag>> tags;
+    tags.reserve(Tags.size());
+    for (const TXSDPlannedTag& planned : Tags) {
+        tags.push_back(MakeTag(manager, planned, prefixes[planned.Namespace]));
+        const TRef<THTMLTag>& tag = tags.back();
+        if (isAlone && planned.IsFirst) manager.AddElement(tag);
+        else if (isAlone || !limits.AdmitTag(tag->GetName())) manager.KeepTag(tag);
+        else Register(manager, tag);
+    }
+    return tags;
+}
+
+TRef<THTMLTag> TXSDPlan::MakeTag(TMLSymbolManager& manager, const TXSDPlannedTag& planned,
+                                 const std::u16string& prefix) {
+    TRef<THTMLTag> tag = MakeRef<TXMLElement>(prefix + planned.Name, &manager, -1);
     if (planned.Type.IsComplex() && !planned.Type.IsBuiltIn()) {
         tag->SetAttributeFiller([plan = shared_from_this(), &manager, type = planned.Type](THTMLTag& owner) {
             plan->FillAttributes(manager, owner, type);

@@ -17,7 +17,8 @@ class TMLSymbolManager;
 struct TXSDPlannedTag {
     std::u16string Name;
     TXMLType Type;
-    bool IsFirst;  ///< of its name, without regard to case
+    bool IsFirst;      ///< of its name, without regard to case
+    size_t Namespace;  ///< of the name, in the plan's list
     std::vector<int32_t> Children;
 };
 
@@ -27,13 +28,15 @@ struct TXSDPlan : std::enable_shared_from_this<TXSDPlan> {
     std::unordered_map<std::string, TXMLType> Types;  ///< named types, by name and namespace
     std::vector<TXSDPlannedTag> Tags;                 ///< in the order of their registration
     std::vector<int32_t> Globals;
+    std::vector<std::string> Namespaces{""};  ///< in front the one of names without a namespace
 
     static std::string GetTypeKey(std::string_view nameSpace, std::string_view name);
     /// The type of a declaration; none if it names one that neither the schema nor its
     /// includes declare. A built-in type by name is such a one.
     TXMLType GetTypeDef(const TXMLDeclaration& declaration) const;
 
-    /// Makes the tags and enters them into the manager's table.
+    /// Makes the tags and enters them into the manager's table. Their names carry the
+    /// prefixes that the manager's document binds.
     void MakeTags(TMLSymbolManager& manager, THTMLTag& root, const std::vector<std::u16string>* parents);
     /// While it lives, messages of the library go to a manager.
     class TMessages {
@@ -48,7 +51,10 @@ struct TXSDPlan : std::enable_shared_from_this<TXSDPlan> {
     };
 
 private:
-    TRef<THTMLTag> MakeTag(TMLSymbolManager& manager, const TXSDPlannedTag& planned);
+    std::vector<std::u16string> FollowNamespaces(TMLSymbolManager& manager) const;
+    std::vector<TRef<THTMLTag>> EnterTags(TMLSymbolManager& manager);
+    TRef<THTMLTag> MakeTag(TMLSymbolManager& manager, const TXSDPlannedTag& planned,
+                           const std::u16string& prefix);
     static void Register(TMLSymbolManager& manager, const TRef<THTMLTag>& tag);
     void FillAttributes(TMLSymbolManager& manager, THTMLTag& tag, const TXMLType& type);
     void AddAttributeDef(TMLSymbolManager& manager, THTMLTag& tag, const TXMLDeclaration& definition);

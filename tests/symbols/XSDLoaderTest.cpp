@@ -248,6 +248,47 @@ TEST_F(XSDLoader, IncludesOfADocument) {
             << c.FBase << " " << c.FLocation;
 }
 
+// Each name has the prefix of its own namespace. Names alike but for that are two in the
+// table, each with its own content; without prefixes the first is the one that is known.
+TEST_F(XSDLoader, NamespacesOfADocument) {
+    const std::string head =
+        "<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema' xmlns:b='urn:b' xmlns:a='urn:a' ";
+    std::string file =
+        Write("a.xsd", head +
+                           "targetNamespace='urn:a' elementFormDefault='qualified'><xs:import "
+                           "namespace='urn:b' schemaLocation='b.xsd'/><xs:include schemaLocation='c.xsd'/>"
+                           "<xs:element name='r' type='a:T'/><xs:complexType name='T'><xs:sequence>"
+                           "<xs:element ref='b:x'/><xs:element ref='a:c'/><xs:element name='x' type='a:T'/>"
+                           "</xs:sequence></xs:complexType></xs:schema>");
+    Write("b.xsd", head +
+                       "targetNamespace='urn:b'><xs:element name='x' type='b:T'/><xs:complexType name='T'>"
+                       "<xs:sequence><xs:element name='l'><xs:complexType/></xs:element></xs:sequence>"
+                       "</xs:complexType></xs:schema>");
+    // Without a namespace of its own it is in that of its includer; the form is its own all the same.
+    Write("c.xsd",
+          head +
+              "><xs:element name='c'><xs:complexType><xs:sequence><xs:element name='m'>"
+              "<xs:complexType/></xs:element></xs:sequence></xs:complexType></xs:element></xs:schema>");
+    const struct {
+        const char *FPrefixOfA, *FPrefixOfB, *FNames, *FExpect;
+    } cases[] = {
+        {"", "", "root r x c", "root: c r x; r: c x; x: l; c: m"},
+        {":p", "", "root p:r p:x x p:c r",
+         "root: p:c p:r x; p:r: p:c p:x x; p:x: p:c p:x x; x: l; p:c: m; r: none"},
+        {"", ":q", "root r x q:x", "root: c q:x r; r: c q:x x; x: c q:x x; q:x: l"},
+        {":p", ":q", "root p:r P:X q:x", "root: p:c p:r q:x; p:r: p:c p:x q:x; P:X: p:c p:x q:x; q:x: l"},
+    };
+    for (const auto& c : cases) {
+        TDocumentNamespaces namespaces;
+        namespaces.AddAttribute(std::string("xmlns") + c.FPrefixOfA, "urn:a");
+        namespaces.AddAttribute(std::string("xmlns") + c.FPrefixOfB, "urn:b");
+        TTable table;
+        table.Manager.SetNamespaces(namespaces);
+        table.Load(file);
+        EXPECT_EQ(table.Show(c.FNames), c.FExpect) << c.FPrefixOfA << c.FPrefixOfB;
+    }
+}
+
 TEST_F(XSDLoader, BrokenSchemas) {
     TTable table;
     EXPECT_THROW(table.Load(Write("a.xsd", "<xs:schema>")), EXMLSchemaError);
