@@ -152,6 +152,16 @@ TEST(Caret, BeyondTheLastColumn) {
     EXPECT_EQ(Propose(row + "<a target=\"_s^\">" + row), "_self");
 }
 
+// Made-up attributes are bounded; those that the schema knows count behind them as well.
+TEST(Caret, TagOfManyAttributes) {
+    std::string names;
+    for (int i = 0; i < 20000; ++i) names += "x ";
+    TTestHost host("<a " + names + "href=x ^>");
+    host.Parse();
+    EXPECT_EQ(host.Parser().GetCurrentTagAttrCount(), 10001);
+    EXPECT_EQ(host.Manager().GetHiddenAttrCount(), 1);
+}
+
 TEST(Caret, AnyBytes) {
     const TCase cases[] = {
         {std::string("<p>\0<b>^", 8), "text b"},          // a zero byte is a byte

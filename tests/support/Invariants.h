@@ -98,7 +98,9 @@ inline std::string Outcome(TTestHost& host) {
     out << "\ntag " << parser.FInTag << parser.FInClosingTag << parser.FCaretInTagName << parser.FInScript
         << parser.FInStyle << parser.FInTextArea << parser.GetInDocType() << parser.FIsXML
         << parser.FUnterminatedTag << ' ' << name(parser.FCurrentTag) << ' ' << name(parser.FLastKnownTag)
-        << ' ' << name(parser.FCaretParentTag) << ' ' << name(manager.GetListOwner());
+        << ' ' << name(parser.FCaretParentTag);
+    // Without a schema there may or may not be an empty root left of the last one.
+    if (!manager.GetSchemaFile().empty()) out << ' ' << name(manager.GetListOwner());
     out << "\nvalue "
         << (parser.FCurrentAttribute ? ToUtf8(parser.FCurrentAttribute->GetName()) : std::string("-")) << ' '
         << parser.FValuePos.Line << ':' << parser.FValuePos.Col << ' ' << parser.FValueOffset << ' '
