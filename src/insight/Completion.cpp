@@ -1,4 +1,5 @@
 // From choice to text: what happens when the list closes.
+#include "host/ValueScope.h"
 #include "host/ViewHandles.h"
 #include "insight/CompletionChoice.h"
 #include "insight/Guard.h"
@@ -6,23 +7,6 @@
 #include "parser/MLParser.h"
 
 namespace caretwell {
-namespace {
-
-/// Sets a value for the time of a scope.
-template <class T>
-class TValueScope {
-public:
-    TValueScope(T& variable, T value) : FVariable(variable), FOld(std::exchange(variable, value)) {}
-    ~TValueScope() { FVariable = FOld; }
-    TValueScope(const TValueScope&) = delete;
-    TValueScope& operator=(const TValueScope&) = delete;
-
-private:
-    T& FVariable;
-    T FOld;
-};
-
-}  // namespace
 
 TMLKibitzManager::TChoice TMLKibitzManager::GetChoice(char16_t key) {
     TChoice choice;

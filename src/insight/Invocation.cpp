@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "host/Platform.h"
+#include "host/ValueScope.h"
 #include "host/ViewHandles.h"
 #include "insight/Guard.h"
 #include "insight/HTMLCodCmplt.h"
@@ -41,18 +42,6 @@ bool CanWrite(INibEditView& view) {
     auto buffer = view.Buffer();
     return buffer && buffer->CreateWriter();
 }
-
-/// Sets a flag for the time of a scope.
-class TFlagScope {
-public:
-    explicit TFlagScope(bool& flag) : FFlag(flag) { FFlag = true; }
-    ~TFlagScope() { FFlag = false; }
-    TFlagScope(const TFlagScope&) = delete;
-    TFlagScope& operator=(const TFlagScope&) = delete;
-
-private:
-    bool& FFlag;
-};
 
 }  // namespace
 
@@ -235,7 +224,7 @@ void TMLKibitzManager::CloseEmptyElements(INibEditView& view) {
             token = ReadCharacterBefore(view, 1);
             bool onCaretLine = charPos.Line == saved.Row;
             if (token.size() == 1 && token != u" " && token != u"\t") {
-                TFlagScope inserting(FInsertingBlank);
+                TValueScope<bool> inserting(FInsertingBlank, true);
                 InsertText(u" ");
                 saved.Count += onCaretLine;
             }

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "host/FileNames.h"
 #include "host/Platform.h"
 #include "schema/XMLSchemaData.h"
 
@@ -12,9 +13,6 @@ std::string Normalize(std::string path) {
     std::replace(path.begin(), path.end(), '\\', '/');
     return std::filesystem::path(path).lexically_normal().generic_string();
 }
-
-// The folder of a normalized path with its separator; empty for a bare name.
-std::string FolderOf(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
 
 bool IsInside(const std::string& path, const std::string& folder) {
     return path.starts_with(folder) && !path.starts_with("../");

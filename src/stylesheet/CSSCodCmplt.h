@@ -18,6 +18,7 @@
 #include <string_view>
 
 #include "host/Nibapi.h"
+#include "stylesheet/CSSLanguage.h"
 #include "stylesheet/CSSParser.h"
 
 namespace caretwell {
@@ -127,9 +128,8 @@ private:
     bool FIsRetired = false;
 };
 
-/// The manager of the process, made at the first call.
-CARETWELL_API TRef<INibCodeInsightManager> CSSLanguageManager();
-/// The same, for hosts that ask for more than the interfaces give. Not owned.
+/// The manager of the process, for hosts that ask for more than the interfaces give. Made
+/// at the first call; not owned.
 TCSSKibitzManager& CSSKibitzManager();
 /// The end of the unit: drops the manager. The host's registry must have let go of it.
 void ReleaseCSSLanguageManager();

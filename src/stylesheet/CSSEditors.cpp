@@ -1,17 +1,10 @@
 #include "stylesheet/CSSEditors.h"
 
+#include "host/FileNames.h"
 #include "host/Nibapi.h"
 #include "stylesheet/CSSUnitEditor.h"
 
 namespace caretwell {
-namespace {
-
-std::string FolderOf(std::string_view fileName) {
-    size_t separator = fileName.find_last_of("/\\");
-    return separator == fileName.npos ? std::string() : std::string(fileName.substr(0, separator + 1));
-}
-
-}  // namespace
 
 bool TCSSURIEditor::Execute() {
     FResult.clear();

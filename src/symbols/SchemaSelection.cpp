@@ -4,7 +4,9 @@
 // schema both decisions are a comparison of names.
 #include <algorithm>
 
+#include "host/FileNames.h"
 #include "host/Platform.h"
+#include "host/ValueScope.h"
 #include "markup/MLBufferProducer.h"
 #include "parser/MLParser.h"
 #include "symbols/FileToSchemaMapper.h"
@@ -14,20 +16,6 @@ namespace caretwell {
 namespace {
 
 constexpr std::u16string_view RootName = u"<!--root-->";
-
-std::string FolderOf(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
-
-/// Sets a flag for the time of a scope, however it is left.
-class TFlagScope {
-public:
-    explicit TFlagScope(bool& flag) : FFlag(flag) { FFlag = true; }
-    ~TFlagScope() { FFlag = false; }
-    TFlagScope(const TFlagScope&) = delete;
-    TFlagScope& operator=(const TFlagScope&) = delete;
-
-private:
-    bool& FFlag;
-};
 
 }  // namespace
 
@@ -40,7 +28,7 @@ void TMLSymbolManager::ReportMissingSchema(std::string_view format, const std::s
 
 void TMLSymbolManager::SelectXMLSchema(const std::string& value) {
     if (value == FSchemaFile || FIsLoading) return;
-    TFlagScope loading(FIsLoading);
+    TValueScope<bool> loading(FIsLoading, true);
     FSchemaFile = value;
     FNamespaces.Clear();
     ClearTags();
@@ -68,7 +56,7 @@ void TMLSymbolManager::SetNamespaces(const TDocumentNamespaces& value) {
     });
     if (isFollowed) return;
     {
-        TFlagScope loading(FIsLoading);
+        TValueScope<bool> loading(FIsLoading, true);
         ClearTags();
         LoadXMLTable();
     }
@@ -102,7 +90,7 @@ void TMLSymbolManager::SetSchemaFile(const std::string& name) {
 }
 
 bool TMLSymbolManager::LoadTable(const std::string& file, bool exists) {
-    TFlagScope loading(FIsLoading);
+    TValueScope<bool> loading(FIsLoading, true);
     ClearTags();
     FCharList.Clear();
     if (!exists) {
@@ -161,7 +149,7 @@ void TMLSymbolManager::LoadServerControls() {
 // from has to speak of it. The parse ends in the same decision again; with an output
 // language that cannot be found it would load the same schema for ever.
 void TMLSymbolManager::ParseAgain() {
-    TFlagScope reloading(FIsReloading);
+    TValueScope<bool> reloading(FIsReloading, true);
     FReloadDepth = FParseDepth;
     auto services = GetService<INibCodeInsightServices>();
     auto view = services ? services->CurrentEditView() : nullptr;

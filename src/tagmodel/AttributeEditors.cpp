@@ -1,5 +1,7 @@
 #include "tagmodel/AttributeEditors.h"
 
+#include "host/FileNames.h"
+
 namespace caretwell {
 namespace {
 
@@ -7,8 +9,6 @@ TRef<INibMLEditorRegistry>& Registry() {
     static TRef<INibMLEditorRegistry> registry;
     return registry;
 }
-
-std::string FolderOf(const std::string& path) { return path.substr(0, path.find_last_of("/\\") + 1); }
 
 }  // namespace
 
