@@ -6,7 +6,7 @@ include(CMakePackageConfigHelpers)
 set(caretwell_doors
   host/HTMReg.h host/Nibapi.h host/Platform.h
   markup/MLParserUtils.h markup/MLBufferProducer.h
-  insight/HTMLCodCmplt.h stylesheet/CSSCodCmplt.h
+  insight/MLCodeInsight.h stylesheet/CSSLanguage.h
   parser/MLParser.h symbols/FileToSchemaMapper.h tagmodel/AttributeEditors.h)
 
 function(caretwell_install_headers)

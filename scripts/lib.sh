@@ -3,7 +3,7 @@ root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 
 build_packages=(g++ cmake ninja-build libpugixml-dev libutfcpp-dev libfontconfig-dev
     libcli11-dev nlohmann-json3-dev)
-test_packages=(libgtest-dev)
+test_packages=(libgtest-dev pkg-config)
 bench_packages=(libbenchmark-dev)
 fuzz_packages=(clang libclang-rt-dev)
 

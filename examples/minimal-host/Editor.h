@@ -10,7 +10,7 @@
 
 #include <caretwell/host/HTMReg.h>
 #include <caretwell/host/Platform.h>
-#include <caretwell/insight/HTMLCodCmplt.h>
+#include <caretwell/insight/MLCodeInsight.h>
 
 #include "Services.h"
 

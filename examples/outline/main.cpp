@@ -7,7 +7,7 @@
 // services, only a producer that reads the file and a caret that lies behind its end.
 #include <caretwell/host/HTMReg.h>
 #include <caretwell/host/Platform.h>
-#include <caretwell/insight/HTMLCodCmplt.h>
+#include <caretwell/insight/MLCodeInsight.h>
 #include <caretwell/parser/MLParser.h>
 
 #include <fstream>

@@ -3,7 +3,7 @@
 #pragma once
 
 #include <caretwell/parser/MLParser.h>
-#include <caretwell/stylesheet/CSSCodCmplt.h>
+#include <caretwell/stylesheet/CSSLanguage.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>

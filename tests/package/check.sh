@@ -20,7 +20,7 @@ mv "$work/made" "$work/tree"
 
 say "find_package"
 cp -r "$source/tests/package/consumer" "$work/consumer"
-cmake -S "$work/consumer" -B "$work/consumer/build" -DCMAKE_PREFIX_PATH="$work/tree" -DCMAKE_CXX_COMPILER="$cxx" \
+cmake -S "$work/consumer" -B "$work/consumer/build" -DCMAKE_PREFIX_PATH="$work/tree" -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER="$cxx" \
     ${CARETWELL_CONSUMER_FLAGS:+-DCMAKE_CXX_FLAGS="$CARETWELL_CONSUMER_FLAGS"}
 cmake --build "$work/consumer/build"
 "$work/consumer/build/consumer" > "$work/out"
@@ -30,7 +30,7 @@ expect consumer li
 say "pkg-config"
 PKG_CONFIG_PATH=$(dirname "$(find "$work/tree" -name caretwell.pc)")
 export PKG_CONFIG_PATH
-$cxx -std=c++20 ${CARETWELL_CONSUMER_FLAGS:-} $(pkg-config --cflags caretwell) \
+$cxx -std=c++20 -O2 ${CARETWELL_CONSUMER_FLAGS:-} $(pkg-config --cflags caretwell) \
     -DSCHEMAS="\"$(pkg-config --variable=schemadir caretwell)\"" "$work/consumer/main.cpp" -o "$work/by-pkg-config" \
     $(pkg-config --libs caretwell)
 LD_LIBRARY_PATH=$(pkg-config --variable=libdir caretwell) "$work/by-pkg-config" > "$work/out"
@@ -45,7 +45,7 @@ $cxx -std=c++20 -fsyntax-only $(pkg-config --cflags caretwell) "$work/everything
 say "examples"
 for example in minimal-host outline; do
     cmake -S "$source/examples/$example" -B "$work/$example" -DCMAKE_PREFIX_PATH="$work/tree" \
-        -DCMAKE_CXX_COMPILER="$cxx" ${CARETWELL_CONSUMER_FLAGS:+-DCMAKE_CXX_FLAGS="$CARETWELL_CONSUMER_FLAGS"} > "$work/log"
+        -DCMAKE_BUILD_TYPE=Release -DCMAKE_CXX_COMPILER="$cxx" ${CARETWELL_CONSUMER_FLAGS:+-DCMAKE_CXX_FLAGS="$CARETWELL_CONSUMER_FLAGS"} > "$work/log"
     cmake --build "$work/$example" > "$work/log" || { cat "$work/log"; exit 1; }
 done
 schemas=$work/tree/share/caretwell/schemas

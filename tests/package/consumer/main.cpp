@@ -1,6 +1,6 @@
 #include <caretwell/host/HTMReg.h>
 #include <caretwell/host/Platform.h>
-#include <caretwell/insight/HTMLCodCmplt.h>
+#include <caretwell/insight/MLCodeInsight.h>
 #include <cstdio>
 #include <sstream>
 
