@@ -2,6 +2,7 @@
 // caret stands; and all of it as text, so that two hosts can be compared.
 #pragma once
 
+#include <algorithm>
 #include <sstream>
 
 #include "parser/TagStack.h"
@@ -91,16 +92,26 @@ inline std::string Outcome(TTestHost& host) {
     TMLParser& parser = host.Parser();
     auto& manager = MLSymbolManager();
     std::ostringstream out;
-    auto name = [](const TRef<INibMLTag>& tag) { return tag ? ToUtf8(tag->GetName()) : std::string("-"); };
+    auto nameOf = [](const TRef<INibMLTag>& tag) { return tag ? ToUtf8(tag->GetName()) : std::string("-"); };
     out << host.Driver().IsOpen() << ' ' << static_cast<int>(host.Manager().GetListKind());
-    for (const auto& item : host.Driver().Items())
-        out << ' ' << ToUtf8(item.Name) << '/' << ToUtf8(item.Type) << '/' << ToUtf8(item.Class);
+    bool isEntities = host.Manager().GetListKind() == TListKind::Entities;
+    std::u16string previous;
+    for (const auto& item : host.Driver().Items()) {
+        // Of entities that differ by case only, the first schema of a process keeps both.
+        bool isRepeated = isEntities && SameText(item.Name, previous);
+        previous = item.Name;
+        if (isRepeated) continue;
+        // Which of the two stays is the order of the schema.
+        std::string name = ToUtf8(item.Name);
+        if (isEntities) std::transform(name.begin(), name.end(), name.begin(), ToLower<char>);
+        out << ' ' << name << '/' << ToUtf8(item.Type) << '/' << ToUtf8(item.Class);
+    }
     out << "\ntag " << parser.FInTag << parser.FInClosingTag << parser.FCaretInTagName << parser.FInScript
         << parser.FInStyle << parser.FInTextArea << parser.GetInDocType() << parser.FIsXML
-        << parser.FUnterminatedTag << ' ' << name(parser.FCurrentTag) << ' ' << name(parser.FLastKnownTag)
-        << ' ' << name(parser.FCaretParentTag);
+        << parser.FUnterminatedTag << ' ' << nameOf(parser.FCurrentTag) << ' ' << nameOf(parser.FLastKnownTag)
+        << ' ' << nameOf(parser.FCaretParentTag);
     // Without a schema there may or may not be an empty root left of the last one.
-    if (!manager.GetSchemaFile().empty()) out << ' ' << name(manager.GetListOwner());
+    if (!manager.GetSchemaFile().empty()) out << ' ' << nameOf(manager.GetListOwner());
     out << "\nvalue "
         << (parser.FCurrentAttribute ? ToUtf8(parser.FCurrentAttribute->GetName()) : std::string("-")) << ' '
         << parser.FValuePos.Line << ':' << parser.FValuePos.Col << ' ' << parser.FValueOffset << ' '
@@ -109,7 +120,7 @@ inline std::string Outcome(TTestHost& host) {
     for (PTagEntry top : {parser.GetTagStack(), parser.GetDocumentTags()}) {
         out << "\nopen";
         for (PTagEntry entry = top; entry; entry = entry->Next)
-            out << ' ' << name(entry->Tag) << ':' << entry->Line << ':' << entry->OffsetStart << '-'
+            out << ' ' << nameOf(entry->Tag) << ':' << entry->Line << ':' << entry->OffsetStart << '-'
                 << entry->OffsetEnd << '(' << entry->Attrs.GetCount() << ')';
     }
     out << "\nwritten";
@@ -119,7 +130,7 @@ inline std::string Outcome(TTestHost& host) {
             << attribute.GetOffsetStart() << '-' << attribute.GetOffsetEnd();
     }
     out << "\nclosing";
-    for (int32_t i = 0; i < manager.GetClosedTagsCount(); ++i) out << ' ' << name(manager.GetCloseTags(i));
+    for (int32_t i = 0; i < manager.GetClosedTagsCount(); ++i) out << ' ' << nameOf(manager.GetCloseTags(i));
     for (const auto& place : parser.GetAutoClosePositions()) out << " auto " << place.Offset;
     out << " hidden " << manager.GetHiddenAttrCount() << " schema " << manager.GetSchemaFile();
     return out.str();
