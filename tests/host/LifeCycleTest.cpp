@@ -44,7 +44,9 @@ TEST(LifeCycle, AHundredRoundsLeaveNothingBehind) {
         }
         if (round == 10) afterTen = BytesInUse();
     }
-    EXPECT_LE(BytesInUse(), afterTen + 4096);
+    // The C library counts what its caches hold as used, which moves by some kilobytes; an
+    // object left behind in each of ninety rounds is more.
+    EXPECT_LE(BytesInUse(), afterTen + 16384);
 }
 
 TEST(LifeCycle, TheSchemasThatShipComeAndGo) {
