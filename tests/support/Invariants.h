@@ -91,6 +91,9 @@ inline std::string FaultOfEdit(const TChoiceEdit& edit, int32_t size) {
 inline std::string Outcome(TTestHost& host) {
     TMLParser& parser = host.Parser();
     auto& manager = MLSymbolManager();
+    // A document whose schema is missing was read by the one before.
+    if (manager.GetSchemaFile().empty())
+        return host.Driver().IsOpen() ? "open without a schema" : "no schema";
     std::ostringstream out;
     auto nameOf = [](const TRef<INibMLTag>& tag) { return tag ? ToUtf8(tag->GetName()) : std::string("-"); };
     out << host.Driver().IsOpen() << ' ' << static_cast<int>(host.Manager().GetListKind());
@@ -109,9 +112,7 @@ inline std::string Outcome(TTestHost& host) {
     out << "\ntag " << parser.FInTag << parser.FInClosingTag << parser.FCaretInTagName << parser.FInScript
         << parser.FInStyle << parser.FInTextArea << parser.GetInDocType() << parser.FIsXML
         << parser.FUnterminatedTag << ' ' << nameOf(parser.FCurrentTag) << ' ' << nameOf(parser.FLastKnownTag)
-        << ' ' << nameOf(parser.FCaretParentTag);
-    // Without a schema there may or may not be an empty root left of the last one.
-    if (!manager.GetSchemaFile().empty()) out << ' ' << nameOf(manager.GetListOwner());
+        << ' ' << nameOf(parser.FCaretParentTag) << ' ' << nameOf(manager.GetListOwner());
     out << "\nvalue "
         << (parser.FCurrentAttribute ? ToUtf8(parser.FCurrentAttribute->GetName()) : std::string("-")) << ' '
         << parser.FValuePos.Line << ':' << parser.FValuePos.Col << ' ' << parser.FValueOffset << ' '
