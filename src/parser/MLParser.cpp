@@ -40,8 +40,6 @@ void TMLParser::Reset(TNibEditPos caret, TRef<INibMLTag> startTag) {
     FValueOffset = FValueLineStart = FAttributeStart = FAttributeValueStart = -1;
     FText.clear();
     FTextStart = nullptr;
-    // It may be that of a tag which is closed behind the caret and on no stack any more.
-    if (FCurrentTagAttrs) FCurrentTagAttrs->Clear();
     FStacks.Clear();
     FAutoClosePositions.clear();
     FResolvedPositions = 0;

@@ -148,6 +148,7 @@ void TTagStacks::Dispose(TStack stack, PTagEntry entry, bool clearAttributes) {
 
     entry->Tag = nullptr;
     if (clearAttributes) entry->Attrs.Clear();
+    else if (entry->Attrs.GetCount()) FUncleared.push_back(entry);
     entry->Prev = nullptr;
     entry->Next = FFree;
     FFree = entry;
@@ -163,6 +164,8 @@ void TTagStacks::Clear() {
             FFree = entry;
         }
     }
+    for (PTagEntry entry : FUncleared) entry->Attrs.Clear();
+    FUncleared.clear();
     // Slots of an earlier parse tell so by its number and are not looked at again: the
     // table that holds them may be gone.
     ++FParse;

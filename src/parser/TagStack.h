@@ -90,6 +90,9 @@ private:
 
     PTagEntry FTop[2] = {nullptr, nullptr};
     PTagEntry FFree = nullptr;
+    // Free entries whose attributes are still asked for: those of a tag that holds the caret
+    // in its name and is closed behind it.
+    std::vector<PTagEntry> FUncleared;
     std::vector<std::unique_ptr<TTagEntry>> FEntries;
     uint64_t FParse = 0;
     uint64_t FOrder = 0;

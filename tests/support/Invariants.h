@@ -120,9 +120,11 @@ inline std::string Outcome(TTestHost& host) {
     for (int i = 0; i < 16; ++i) out << parser.FContexts.Has(static_cast<TParserContexts>(i));
     for (PTagEntry top : {parser.GetTagStack(), parser.GetDocumentTags()}) {
         out << "\nopen";
-        for (PTagEntry entry = top; entry; entry = entry->Next)
+        for (PTagEntry entry = top; entry; entry = entry->Next) {
             out << ' ' << nameOf(entry->Tag) << ':' << entry->Line << ':' << entry->OffsetStart << '-'
-                << entry->OffsetEnd << '(' << entry->Attrs.GetCount() << ')';
+                << entry->OffsetEnd;
+            if (top == parser.GetTagStack()) out << '(' << entry->Attrs.GetCount() << ')';
+        }
     }
     out << "\nwritten";
     for (int32_t i = 0; i < parser.GetCurrentTagAttrCount(); ++i) {
