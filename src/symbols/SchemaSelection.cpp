@@ -40,6 +40,8 @@ void TMLSymbolManager::SelectXMLSchema(const std::string& value) {
 void TMLSymbolManager::LoadXMLTable() {
     SetHiddenRootNode(MakeRef<THTMLTag>(RootName, this, -1));
     LoadXSDEx(*FHiddenRoot, nullptr, FSchemaFile);
+    // The root is in no list of tags, and a filter works on names in order.
+    FHiddenRoot->AlphaSort();
 }
 
 std::string TMLSymbolManager::FollowNamespace(const std::string& nameSpace) {
