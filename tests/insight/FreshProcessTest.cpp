@@ -8,6 +8,7 @@
 #include <random>
 
 #include "support/Invariants.h"
+#include "symbols/FileToSchemaMapper.h"
 
 namespace caretwell::test {
 namespace {
@@ -70,6 +71,69 @@ TEST(FreshProcess, SaysTheSame) {
     CompareWithFresh({"<p r /><p s/>"}, 30);  // attributes of a tag that is closed behind the caret
     CompareWithFresh({"<xsl:stylesheet><xsl:template match=\"\">" + Mixed + "<xsl:if test><p>", "page.xsl"},
                      500);
+}
+
+void RegisterSchemas() {
+    auto mapper = GetFileToSchemaMapperService();
+    for (const char* name : {"shelf", "crate", "none"})
+        mapper->RegisterSchema("." + std::string(name), std::string(name) + ".xsd");
+}
+
+// One host, one document after the other, of every kind in every order: each is seen as
+// the first of a process would be, and none of them hides what the next one shows.
+TEST(FreshProcess, OneDocumentAfterTheOther) {
+    const struct {
+        const char *FName, *FText;
+        std::string FExpect;
+        bool FIsWrong = false;  // FIXME: what was filtered before shows
+    } pages[] = {
+        {"a.html", "<table><blink>^", "</table> </blink> tbody tr"},
+        {"a.html", "<ul>^", "</ul> li"},
+        {"a.html", "<div>t</div>^", "html"},
+        {"a.html", "<p ^><b", "align class"},
+        {"a.html", "<p><a target=\"_s^", "_self"},
+        {"a.html", "<p>&ag^", "agrave", true},
+        {"a.html", "<p>&am^p", "amp", true},
+        {"a.html", "<p>&Aac^", "Aacute aacute", true},
+        {"a.html", "<!DOCTYPE a PUBLIC '-//W3C//DTD HTML 4.01//EN'><p>^", "-"},
+        {"a.html", "<?xml version='1.0'?><p>^", "</p> a b br img span"},
+        {"a.shelf", "<s:shelf xmlns:s='urn:shelf'><^ ", "label s:book s:shelf"},
+        {"a.shelf", "<shelf wood='x' ^", ""},
+        {"a.crate", "<crate><bottle>^", "</crate> </bottle>"},
+        {"a.none", "<a ^", "-"},
+        {"a.xsl", "<xsl:stylesheet><xsl:template match=\"x\"><ul>^",
+         "</xsl:stylesheet> </xsl:template> </ul> li xsl:if xsl:text"},
+        {"a.xsl", "<xsl:stylesheet><^ ", "xsl:template"},
+        {"a.aspx", "<%@ Page ^", "Language"},
+        {"a.aspx", "<body><asp:button t^", "Text"},
+        {"a.ascx", "<^ ", "a asp:button b br div form img p span table ul"},
+        {"a.resx", "<root><^ ", "data"},
+        {"a.resx", "<root><data ^", "name"},
+        {"a.wml", "<wml><card><^ ", "p"},
+        {"a.wml", "<wml><card><p mode='^'>", "nowrap wrap"},
+    };
+    std::vector<std::string> fresh, wrong;
+    for (const auto& page : pages) {
+        TTestHost host(page.FText, page.FName);
+        RegisterSchemas();
+        std::string items = host.Offer();
+        wrong.push_back(items == page.FExpect ? "" : "at first: " + items);
+        fresh.push_back(Outcome(host));
+    }
+    TTestHost host{THostOptions()};
+    RegisterSchemas();
+    for (size_t i = 0; i < fresh.size(); ++i) {
+        for (const auto& before : pages) {
+            host.OpenText(before.FText, before.FName);
+            host.Offer();
+            host.OpenText(pages[i].FText, pages[i].FName);
+            std::string items = host.Offer(), outcome = Outcome(host);
+            if (items != pages[i].FExpect || outcome != fresh[i])
+                wrong[i] = "after " + std::string(before.FText) + ": " + items + "\n" + outcome +
+                           "\ninstead of\n" + fresh[i];
+        }
+        EXPECT_EQ(!wrong[i].empty(), pages[i].FIsWrong) << pages[i].FText << '\n' << wrong[i];
+    }
 }
 
 TEST(FreshProcess, OnTheExamplePage) {

@@ -49,7 +49,7 @@ TEST(Proposals, NothingInRawContent) {
 
 // A user control stands in a body, from the first list on.
 TEST(Proposals, UserControls) {
-    EXPECT_EQ(Propose("^ ", "part.ascx"), "a b br div form img p span table ul");
+    EXPECT_EQ(Propose("^ ", "part.ascx"), "a asp:button b br div form img p span table ul");
 }
 
 // Nothing is inserted, so nothing moves the caret.

@@ -5,48 +5,36 @@
 #include <algorithm>
 #include <sstream>
 
-#include "parser/TagStack.h"
-#include "support/TestHost.h"
-#include "tagmodel/HTMLTag.h"
+#include "support/ParseState.h"
 
 namespace caretwell::test {
 
 // Each of these returns what is wrong, empty if nothing is.
 
-inline std::string FaultOfStacks(TMLParser& parser, int32_t size, int32_t lines) {
-    for (PTagEntry top : {parser.GetTagStack(), parser.GetDocumentTags()}) {
+inline std::string FaultOfParse(TTestHost& host) {
+    TParseState state = StateOf(host);
+    const TTextBuffer& text = host.Document().Text();
+    int32_t size = text.Size(), lines = text.LineAt(size);
+    auto isInside = [size](int32_t offset) { return offset >= 0 && offset <= size; };
+    for (const auto& attribute : state.Written)
+        if (!isInside(attribute.Start) || !isInside(attribute.End) || !isInside(attribute.ValueStart))
+            return "span of an attribute";
+    if (!isInside(state.TagEnd)) return "span of the current tag";
+    if (state.ValueOffset > size) return "place of the value";
+    if (state.RegionStart < -1 || state.RegionStart > size) return "start of a region";
+    for (int32_t offset : state.AutoClose)
+        if (text.At(offset) != '>') return "end of an empty element";
+    for (const auto& tag : state.Closing)
+        if (tag.Line < 1 || tag.Line > lines) return "line of a closing tag";
+    for (const auto* open : {&state.AtCaret, &state.InDocument}) {
         int32_t line = lines;
-        for (PTagEntry entry = top; entry; entry = entry->Next) {
-            if (entry->Line < 1 || entry->Line > line) return "line of an open tag";
-            line = entry->Line;
-            if (entry->OffsetStart < 0 || entry->OffsetStart > size || entry->OffsetEnd > size)
-                return "span of an open tag";
+        for (const auto& tag : *open) {
+            if (tag.Line < 1 || tag.Line > line) return "line of an open tag";
+            line = tag.Line;
+            if (!isInside(tag.Start) || tag.End > size) return "span of an open tag";
         }
     }
     return {};
-}
-
-inline std::string FaultOfParse(TTestHost& host) {
-    TMLParser& parser = host.Parser();
-    int32_t size = host.Document().Text().Size(), lines = host.Document().Text().LineAt(size);
-    auto isInside = [size](int32_t offset) { return offset >= 0 && offset <= size; };
-    for (int32_t i = 0; i < parser.GetCurrentTagAttrCount(); ++i) {
-        INibMLTagAttribute& attribute = *parser.GetCurrentTagAttrs(i);
-        if (!isInside(attribute.GetOffsetStart()) || !isInside(attribute.GetOffsetEnd()) ||
-            !isInside(attribute.GetAttributeValueStartOffset()))
-            return "span of an attribute";
-    }
-    if (parser.FCurrentTag && !isInside(parser.FCurrentTag->GetOffsetEnd())) return "span of the current tag";
-    if (parser.FValueOffset > size) return "place of the value";
-    if (parser.GetContextPos() < -1 || parser.GetContextPos() > size) return "start of a region";
-    for (const auto& place : parser.GetAutoClosePositions())
-        if (host.Document().Text().At(place.Offset) != '>') return "end of an empty element";
-    auto& manager = MLSymbolManager();
-    for (int32_t i = 0; i < manager.GetClosedTagsCount(); ++i) {
-        int32_t line = QueryAs<INibMLClosingTag>(manager.GetCloseTags(i))->GetLineNumber();
-        if (line < 1 || line > lines) return "line of a closing tag";
-    }
-    return FaultOfStacks(parser, size, lines);
 }
 
 /// Of an item that is neither a closing tag nor begins with the filter, there may be one:
@@ -89,13 +77,11 @@ inline std::string FaultOfEdit(const TChoiceEdit& edit, int32_t size) {
 /// The whole outcome of a parse and of an open list, but for the place of the current tag,
 /// which is 0 when this very parse has loaded the schema.
 inline std::string Outcome(TTestHost& host) {
-    TMLParser& parser = host.Parser();
     auto& manager = MLSymbolManager();
     // A document whose schema is missing was read by the one before.
     if (manager.GetSchemaFile().empty())
         return host.Driver().IsOpen() ? "open without a schema" : "no schema";
     std::ostringstream out;
-    auto nameOf = [](const TRef<INibMLTag>& tag) { return tag ? ToUtf8(tag->GetName()) : std::string("-"); };
     out << host.Driver().IsOpen() << ' ' << static_cast<int>(host.Manager().GetListKind());
     bool isEntities = host.Manager().GetListKind() == TListKind::Entities;
     std::u16string previous;
@@ -109,32 +95,27 @@ inline std::string Outcome(TTestHost& host) {
         if (isEntities) std::transform(name.begin(), name.end(), name.begin(), ToLower<char>);
         out << ' ' << name << '/' << ToUtf8(item.Type) << '/' << ToUtf8(item.Class);
     }
-    out << "\ntag " << parser.FInTag << parser.FInClosingTag << parser.FCaretInTagName << parser.FInScript
-        << parser.FInStyle << parser.FInTextArea << parser.GetInDocType() << parser.FIsXML
-        << parser.FUnterminatedTag << ' ' << nameOf(parser.FCurrentTag) << ' ' << nameOf(parser.FLastKnownTag)
-        << ' ' << nameOf(parser.FCaretParentTag) << ' ' << nameOf(manager.GetListOwner());
-    out << "\nvalue "
-        << (parser.FCurrentAttribute ? ToUtf8(parser.FCurrentAttribute->GetName()) : std::string("-")) << ' '
-        << parser.FValuePos.Line << ':' << parser.FValuePos.Col << ' ' << parser.FValueOffset << ' '
-        << parser.GetContextPos() << ' ' << parser.GetCurrentCol() << " regions";
-    for (int i = 0; i < 16; ++i) out << parser.FContexts.Has(static_cast<TParserContexts>(i));
-    for (PTagEntry top : {parser.GetTagStack(), parser.GetDocumentTags()}) {
+    TParseState state = StateOf(host);
+    out << "\ntag " << state.InTag << state.InClosingTag << state.InTagName << state.InScript << state.InStyle
+        << state.InTextArea << state.InDocType << state.IsXML << state.IsUnterminated << ' ' << state.Tag
+        << ' ' << state.LastKnown << ' ' << state.Parent << ' ' << state.Owner;
+    out << "\nvalue " << state.Attribute << ' ' << state.ValueLine << ':' << state.ValueColumn << ' '
+        << state.ValueOffset << ' ' << state.RegionStart << ' ' << state.Column << " regions"
+        << state.Regions;
+    for (const auto* open : {&state.AtCaret, &state.InDocument}) {
         out << "\nopen";
-        for (PTagEntry entry = top; entry; entry = entry->Next) {
-            out << ' ' << nameOf(entry->Tag) << ':' << entry->Line << ':' << entry->OffsetStart << '-'
-                << entry->OffsetEnd;
-            if (top == parser.GetTagStack()) out << '(' << entry->Attrs.GetCount() << ')';
+        for (const auto& tag : *open) {
+            out << ' ' << tag.Name << ':' << tag.Line << ':' << tag.Start << '-' << tag.End;
+            if (open == &state.AtCaret) out << '(' << tag.Attributes << ')';
         }
     }
     out << "\nwritten";
-    for (int32_t i = 0; i < parser.GetCurrentTagAttrCount(); ++i) {
-        INibMLTagAttribute& attribute = *parser.GetCurrentTagAttrs(i);
-        out << ' ' << ToUtf8(attribute.GetName()) << '=' << ToUtf8(parser.GetCurrentTagAttrValue(i)) << '@'
-            << attribute.GetOffsetStart() << '-' << attribute.GetOffsetEnd();
-    }
+    for (const auto& attribute : state.Written)
+        out << ' ' << attribute.Name << '=' << attribute.Value << '@' << attribute.Start << '-'
+            << attribute.End;
     out << "\nclosing";
-    for (int32_t i = 0; i < manager.GetClosedTagsCount(); ++i) out << ' ' << nameOf(manager.GetCloseTags(i));
-    for (const auto& place : parser.GetAutoClosePositions()) out << " auto " << place.Offset;
+    for (const auto& tag : state.Closing) out << ' ' << tag.Name;
+    for (int32_t offset : state.AutoClose) out << " auto " << offset;
     out << " hidden " << manager.GetHiddenAttrCount() << " schema " << manager.GetSchemaFile();
     return out.str();
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -18,11 +19,7 @@ class TTestHost {
 public:
     explicit TTestHost(std::string_view text, const char* fileName = "page.html", THostOptions options = {})
         : TTestHost(std::move(options)) {
-        std::string document(text);
-        size_t caret = document.find('^');
-        if (caret != std::string::npos) document.erase(caret, 1);
-        OpenBytes(std::move(document), fileName);
-        if (caret != std::string::npos) FDocument->View().SetCaretOffset(static_cast<int32_t>(caret));
+        OpenText(std::string(text), fileName);
     }
     /// Without a document; it has to be opened first of all.
     explicit TTestHost(THostOptions options) {
@@ -40,7 +37,7 @@ public:
     }
 
     /// Opens a text as it is, in the place of the one before.
-    void OpenBytes(std::string text, const char* fileName) {
+    void OpenBytes(std::string text, const std::string& fileName) {
         if (FDocument) FSession->CloseDocument(*FDocument);
         FDocument = &FSession->Open(std::move(text), fileName);
     }
@@ -51,15 +48,46 @@ public:
     TMLKibitzManager& Manager() { return static_cast<TMLKibitzManager&>(*MarkupLanguageManager()); }
     TMLParser& Parser() { return MLSymbolManager().GetParser(); }
 
+    /// The same of a text with its caret as '^'; without one the caret is at 0.
+    void OpenText(std::string text, const std::string& fileName = "page.html") {
+        size_t caret = std::min(text.find('^'), text.size());
+        bool hasCaret = caret < text.size();
+        OpenBytes(hasCaret ? text.erase(caret, 1) : text, fileName);
+        if (hasCaret) FDocument->View().SetCaretOffset(static_cast<int32_t>(caret));
+    }
+
     /// Parses as an invocation does.
     void Parse() {
         TRef<INibEditView> view = &FDocument->View();
         Manager().Parse(view->CaretPos(), MakeRef<TMLBufferProducer>(view, 0), nullptr);
     }
+    /// The same without a view: the text as a stream, the column in bytes.
+    void ParseStream() {
+        const TTextBuffer& text = FDocument->Text();
+        int32_t caret = FDocument->View().CaretOffset(), line = text.LineAt(caret);
+        std::istringstream stream(text.Text());
+        Manager().Parse({static_cast<int16_t>(caret - text.LineStart(line) + 1), line},
+                        MakeRef<TMLBufferProducer>(stream, FDocument->FileName(), 0), nullptr);
+    }
     /// The names of the open list, separated by blanks.
     std::string Items() {
         std::string names;
         for (const auto& item : Driver().Items()) names += (names.empty() ? "" : " ") + ToUtf8(item.Name);
+        return names;
+    }
+    /// What is offered to a host that asks and shows what it gets; "-" if no list opens.
+    std::string Offer() {
+        TNibCodeInsightType type = citNone;
+        TNibInvokeType invokeType = itUser;
+        Manager().GetCodeInsightType(0, 0, type, invokeType);
+        std::u16string token;
+        if (!Manager().InvokeCodeCompletion(invokeType, token)) return "-";
+        std::string names;
+        for (int32_t i = 0; i < Manager().GetCount(); ++i) {
+            std::u16string name = Manager().GetSymbolText(i);
+            if (name.empty()) name = Manager().GetSymbolTypeText(i).substr(1);
+            names += (i ? " " : "") + ToUtf8(name);
+        }
         return names;
     }
     /// The document with its caret as '^'.
