@@ -22,6 +22,7 @@
 #include "parser/LineCounter.h"
 #include "parser/ParserContext.h"
 #include "parser/TagStack.h"
+#include "symbols/MLSymbolManager.h"
 
 namespace caretwell {
 

@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "symbols/MLSymbolManager.h"
+#include "parser/ElementTable.h"
 
 namespace caretwell {
 

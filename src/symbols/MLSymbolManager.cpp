@@ -43,7 +43,7 @@ TMLSymbolManager::~TMLSymbolManager() {
 void TMLSymbolManager::Retire() {
     FIsRetired = true;
     ClearTags();
-    FHiddenRoot = nullptr;
+    SetHiddenRootNode(nullptr);
     FCharList.Clear();
     FClosedTags.clear();
     FOwnParser = std::make_unique<TMLParser>(*this);
@@ -74,22 +74,15 @@ void TMLSymbolManager::ClearTags() {
         tag->ClearTags();
         tag->ClearAttrs();
     }
-    for (auto& chain : FTagBuckets) chain.clear();
-    if (FHiddenRoot) {
-        FHiddenRoot->ClearTags();
-        FHiddenRoot->ClearAttrs();
+    FTable.Clear();
+    if (THTMLTag* root = GetHiddenRootNode()) {
+        root->ClearTags();
+        root->ClearAttrs();
     }
 }
 
 void TMLSymbolManager::AddElement(TRef<INibMLTag> tag) {
-    if (!IsClosingTag(tag)) {
-        auto bucket = std::make_unique<TTagBucket>();
-        bucket->Tag = tag;
-        bucket->Name = ToUtf8(tag->GetName());
-        bucket->Key = MakeNameKey(bucket->Name);
-        // The chain is that of the 16-bit name, as every look-up by text takes it.
-        FTagBuckets[Hash(tag->GetName())].push_back(std::move(bucket));
-    }
+    if (!IsClosingTag(tag)) FTable.Add(tag);
     FTagList.push_back(std::move(tag));
 }
 
@@ -99,8 +92,7 @@ void TMLSymbolManager::RemoveElement(INibMLTag* tag) {
         TTagBucket* bucket = FindBucket(tag->GetName());
         if (!bucket) return;
         found = bucket->Tag;
-        auto& chain = FTagBuckets[Hash(bucket->Tag->GetName())];
-        std::erase_if(chain, [bucket](const auto& entry) { return entry.get() == bucket; });
+        FTable.Remove(*bucket);
     }
     auto last = std::find(FTagList.rbegin(), FTagList.rend(), found.Get());
     if (last != FTagList.rend()) FTagList.erase(std::next(last).base());
@@ -108,22 +100,6 @@ void TMLSymbolManager::RemoveElement(INibMLTag* tag) {
 
 void TMLSymbolManager::RegisterTag(TRef<INibMLTag> tag) {
     if (!FindBucket(tag->GetName())) AddElement(std::move(tag));
-}
-
-TTagBucket* TMLSymbolManager::FindBucket(const TNameKey& key, std::string_view name) const {
-    if (!key.IsAscii) return FindBucket(ToUtf16(name));
-    const auto& chain = FTagBuckets[key.Bucket];
-    for (auto it = chain.rbegin(); it != chain.rend(); ++it)
-        if ((*it)->Key == key && (key.IsWhole() || SameText(name, std::string_view((*it)->Name))))
-            return it->get();
-    return nullptr;
-}
-
-TTagBucket* TMLSymbolManager::FindBucket(std::u16string_view name) const {
-    const auto& chain = FTagBuckets[Hash(name)];
-    for (auto it = chain.rbegin(); it != chain.rend(); ++it)
-        if (SameText(name, (*it)->Tag->GetName())) return it->get();
-    return nullptr;
 }
 
 TRef<INibMLTag> TMLSymbolManager::GetTagFromHashList(std::u16string_view name) const {
@@ -135,14 +111,14 @@ TRef<INibMLTag> TMLSymbolManager::GetTagFromHashList(std::u16string_view name) c
 
 void TMLSymbolManager::RegisterEditor(TRef<INibMLTag> tag, TRef<INibMLEditor> editor) {
     if (IsClosingTag(tag)) return;
-    if (FTagBuckets[Hash(tag->GetName())].empty()) RegisterTag(tag);
+    RegisterTag(tag);
     if (TTagBucket* bucket = FindBucket(tag->GetName())) bucket->Editor = std::move(editor);
 }
 
 void TMLSymbolManager::UnRegisterEditor(INibMLEditor* editor) {
-    for (auto& chain : FTagBuckets)
-        for (auto& bucket : chain)
-            if (bucket->Editor == editor) bucket->Editor = nullptr;
+    FTable.ForEach([editor](TTagBucket& bucket) {
+        if (bucket.Editor == editor) bucket.Editor = nullptr;
+    });
 }
 
 TRef<INibMLEditor> TMLSymbolManager::GetTagEditorFromHashList(std::u16string_view name) const {
@@ -190,7 +166,7 @@ TRef<INibMLEditor> TMLSymbolManager::GetAttributeEditorFromHashList(std::u16stri
 TRef<INibMLTag> TMLSymbolManager::GetCurrentTag() const {
     const auto& tag = FParser->FCurrentTag;
     bool isTopLevel = !tag || (!FParser->FLastKnownTag && Supports<INibMLNamedTag>(tag));
-    return isTopLevel ? TRef<INibMLTag>(FHiddenRoot) : tag;
+    return isTopLevel ? TRef<INibMLTag>(GetHiddenRootNode()) : tag;
 }
 
 TRef<INibMLTag> TMLSymbolManager::GetListOwner() const {

@@ -15,9 +15,9 @@
 #include <vector>
 
 #include "markup/MLParserUtils.h"
+#include "parser/ElementTable.h"
 #include "symbols/ContextFixups.h"
 #include "symbols/DocumentNamespaces.h"
-#include "symbols/NameKey.h"
 #include "tagmodel/AsciiCharList.h"
 #include "tagmodel/HTMLTag.h"
 #include "tagmodel/TagContext.h"
@@ -27,25 +27,6 @@ namespace caretwell {
 class TDTDParser;
 class TMLParser;
 enum TParseError : uint8_t;
-struct TTagEntry;
-
-/// The open entries of one name on the parser's two stacks; valid for the parse that
-/// stamped it.
-struct TNameSlot {
-    uint64_t Parse = 0;
-    TTagEntry* Top[2] = {nullptr, nullptr};
-    int32_t OpenIndex = -1;  ///< place among the names open on the first stack
-    const std::string* UnknownName = nullptr;
-};
-
-/// One registered tag.
-struct TTagBucket {
-    TRef<INibMLTag> Tag;
-    TRef<INibMLEditor> Editor;
-    TNameKey Key;
-    std::string Name;  ///< UTF-8, for names that the key does not hold whole
-    TNameSlot Slot;
-};
 
 /// One attribute with an editor.
 struct TTagAttributeBucket {
@@ -63,8 +44,9 @@ public:
     // ---- The table. A second tag of one name is dropped without a word.
 
     void ClearTags();
-    void SetHiddenRootNode(TRef<THTMLTag> tag) { FHiddenRoot = std::move(tag); }
-    THTMLTag* GetHiddenRootNode() const { return FHiddenRoot.Get(); }
+    void SetHiddenRootNode(TRef<THTMLTag> tag) { FTable.SetRoot(std::move(tag)); }
+    THTMLTag* GetHiddenRootNode() const { return FTable.GetRoot(); }
+    TElementTable& GetTable() { return FTable; }
     /// Enters the tag without a test for duplicates.
     void AddElement(TRef<INibMLTag> tag);
     void RemoveElement(INibMLTag* tag);
@@ -75,8 +57,10 @@ public:
     /// What a name in a document means; null if the schema has no such element.
     TRef<INibMLTag> GetTagFromHashList(std::u16string_view name) const;
     /// The same for a name as bytes, with its key at hand; borrowed.
-    TTagBucket* FindBucket(const TNameKey& key, std::string_view name) const;
-    TTagBucket* FindBucket(std::u16string_view name) const;
+    TTagBucket* FindBucket(const TNameKey& key, std::string_view name) const {
+        return FTable.FindBucket(key, name);
+    }
+    TTagBucket* FindBucket(std::u16string_view name) const { return FTable.FindBucket(name); }
     /// Registered tags, in order of registration, closing tags included.
     const std::vector<TRef<INibMLTag>>& GetTagList() const { return FTagList; }
 
@@ -167,8 +151,8 @@ public:
     void SetNamespaces(const TDocumentNamespaces& value);
     /// Asked by the loader for each namespace of its names: the prefix that they get.
     std::string FollowNamespace(const std::string& nameSpace);
-    TKibitzMode GetKibitzMode() const { return FKibitzMode; }
-    void SetKibitzMode(TKibitzMode mode) { FKibitzMode = mode; }
+    TKibitzMode GetKibitzMode() const { return FTable.GetMode(); }
+    void SetKibitzMode(TKibitzMode mode) { FTable.SetMode(mode); }
     bool GetIsASPEnabled() const { return FIsASPEnabled; }
     void SetIsASPEnabled(bool value);
     /// First thing in a parse: works out what kind of document this is.
@@ -208,12 +192,10 @@ private:
 
     std::vector<TRef<INibMLTag>> FTagList;
     std::vector<TRef<INibMLTag>> FLooseTags;
-    std::array<std::vector<std::unique_ptr<TTagBucket>>, HashBuckets> FTagBuckets;  // the newest last
-    TRef<THTMLTag> FHiddenRoot;
+    TElementTable FTable{*this};
     std::string FFileName;
     std::array<std::vector<TTagAttributeBucket>, HashBuckets> FAttrEditorBuckets;  // the newest last
     std::string FSchemaFile;
-    TKibitzMode FKibitzMode = kmHTML;
     std::string FXSLOutputFile;
     TDocumentNamespaces FNamespaces;
     struct TTablePrefix {

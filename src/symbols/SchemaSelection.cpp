@@ -39,9 +39,9 @@ void TMLSymbolManager::SelectXMLSchema(const std::string& value) {
 
 void TMLSymbolManager::LoadXMLTable() {
     SetHiddenRootNode(MakeRef<THTMLTag>(RootName, this, -1));
-    LoadXSDEx(*FHiddenRoot, nullptr, FSchemaFile);
+    LoadXSDEx(*GetHiddenRootNode(), nullptr, FSchemaFile);
     // The root is in no list of tags, and a filter works on names in order.
-    FHiddenRoot->AlphaSort();
+    GetHiddenRootNode()->AlphaSort();
 }
 
 std::string TMLSymbolManager::FollowNamespace(const std::string& nameSpace) {
@@ -67,15 +67,15 @@ void TMLSymbolManager::SetNamespaces(const TDocumentNamespaces& value) {
 }
 
 void TMLSymbolManager::SetSchemaFile(const std::string& name) {
-    if (FKibitzMode == kmXML) {
+    if (GetKibitzMode() == kmXML) {
         SelectXMLSchema(name);
         return;
     }
-    std::string candidate = GetSchemaFileName(name, FKibitzMode);
+    std::string candidate = GetSchemaFileName(name, GetKibitzMode());
     bool exists = GetPlatform().FileExists(candidate);
     std::string value = exists ? candidate : name;
-    bool outputChanged = FKibitzMode == kmXSL && FXSLOutputFile != FParser->FXSLOutputSchema;
-    bool controlsChanged = FKibitzMode == kmHTML && FASPChanged;
+    bool outputChanged = GetKibitzMode() == kmXSL && FXSLOutputFile != FParser->FXSLOutputSchema;
+    bool controlsChanged = GetKibitzMode() == kmHTML && FASPChanged;
     if (FIsReloading || FIsLoading) return;
     if (value == FSchemaFile && !outputChanged && !controlsChanged) return;
 
@@ -119,10 +119,10 @@ void TMLSymbolManager::ShowAllChildren() {
 void TMLSymbolManager::LoadSchema(const std::string& extension) {
     std::string file = FSchemaFile;
     if (extension == ".dtd") {
-        LoadDTD(*FHiddenRoot, file);
-        if (FKibitzMode == kmXSL) LoadOutputLanguage();
+        LoadDTD(*GetHiddenRootNode(), file);
+        if (GetKibitzMode() == kmXSL) LoadOutputLanguage();
     } else if (extension == ".xsd") {
-        LoadXSD(*FHiddenRoot, nullptr, file);
+        LoadXSD(*GetHiddenRootNode(), nullptr, file);
     }
 }
 
@@ -144,7 +144,7 @@ void TMLSymbolManager::LoadOutputLanguage() {
 void TMLSymbolManager::LoadServerControls() {
     std::string folder = FolderOf(FSchemaFile) + "asp schemas/";
     for (const auto& file : GetPlatform().ListFolder(folder))
-        if (ExtensionOf(file) == ".xsd") LoadXSD(*FHiddenRoot, &GetASPParentTags(), folder + file);
+        if (ExtensionOf(file) == ".xsd") LoadXSD(*GetHiddenRootNode(), &GetASPParentTags(), folder + file);
 }
 
 // A new table takes effect within the same invocation: the state that the list is made
@@ -167,17 +167,17 @@ void TMLSymbolManager::InitParse(const std::string& fileName) {
     std::string extension = ExtensionOf(fileName);
     auto mapper = GetFileToSchemaMapperService();
     if (extension == ".xsl" || extension == ".xslt") {
-        FKibitzMode = kmXSL;
+        SetKibitzMode(kmXSL);
     } else if (extension == ".wml") {
-        FKibitzMode = kmWML;
+        SetKibitzMode(kmWML);
     } else if (extension == ".resx") {
-        FKibitzMode = kmResX;
+        SetKibitzMode(kmResX);
     } else if (mapper->HasSchema(fileName)) {
-        FKibitzMode = kmXML;
+        SetKibitzMode(kmXML);
         std::string schema = mapper->GetSchema(fileName);
         if (schema != FSchemaFile) SetSchemaFile(schema);
     } else {
-        FKibitzMode = kmHTML;
+        SetKibitzMode(kmHTML);
     }
     FFileName = fileName;
     SetIsASPEnabled(extension == ".aspx" || extension == ".ascx" || extension == ".master");
