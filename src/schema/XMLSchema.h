@@ -174,6 +174,8 @@ public:
     static constexpr size_t MaxSchemas = 500;
     static constexpr size_t MaxBytes = size_t{64} << 20;
     static constexpr size_t MaxSteps = 4000000;
+    /// Steps that one question about a type may cost once a load is over.
+    static constexpr size_t MaxQuestionSteps = 100000;
     static constexpr size_t MaxMessages = 100;
 
     explicit TXMLSchemaLibrary(TXMLSchemaMessageEvent onMessage);
@@ -183,6 +185,10 @@ public:
     /// own folder if the file lies elsewhere. Raises EXMLSchemaError if the file cannot be
     /// read, is malformed or is no schema; trouble in an included file is a message.
     const TXMLSchema& Load(const std::string& fileName, const std::string& folder);
+    /// Whoever lives on with a library takes up new steps for each table that it makes of
+    /// the schema, and out of those a few for each question; the first load has its own.
+    void BeginUse();
+    void BeginQuestion();
     /// Where messages go from now on; a null event drops them.
     void SetOnMessage(TXMLSchemaMessageEvent onMessage);
 

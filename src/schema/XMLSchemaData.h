@@ -114,12 +114,14 @@ struct TXMLSchemaSet {
     std::unordered_map<std::string_view, TNamespaceId> Namespaces;
     std::unordered_set<const void*> Reported;  ///< nodes that a message was about
     size_t Messages = 0;
-    size_t Steps = 0;
+    size_t StepsLeft = TXMLSchemaLibrary::MaxSteps;
+    size_t QuestionStepsLeft = TXMLSchemaLibrary::MaxSteps;
+    bool IsSpent = false;  ///< once, since that is said once
 
     TXMLSchemaSet();
     TNamespaceId NumberOf(std::string_view uri);
     TXMLComponent* Find(TXMLSpace space, TNamespaceId name, std::string_view local) const;
-    /// Counts one step of work; false when the load has used up all of them.
+    /// Counts one step of work; false when the load, or the question, has used up all of them.
     bool Spend();
     void Report(TXMLSchemaMessage message);
 };

@@ -231,6 +231,9 @@ TXMLSchemaLibrary::TXMLSchemaLibrary(TXMLSchemaMessageEvent onMessage)
 }
 TXMLSchemaLibrary::~TXMLSchemaLibrary() = default;
 
+void TXMLSchemaLibrary::BeginUse() { FSet->StepsLeft = MaxSteps; }
+void TXMLSchemaLibrary::BeginQuestion() { FSet->QuestionStepsLeft = MaxQuestionSteps; }
+
 void TXMLSchemaLibrary::SetOnMessage(TXMLSchemaMessageEvent onMessage) {
     FSet->OnMessage = std::move(onMessage);
 }

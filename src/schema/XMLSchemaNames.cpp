@@ -1,5 +1,6 @@
 // Names in a schema: prefixes, namespaces, kinds of nodes, and what a reference means.
 #include <algorithm>
+#include <utility>
 
 #include "schema/XMLSchemaData.h"
 
@@ -160,8 +161,12 @@ TXMLComponent* TXMLSchemaSet::Find(TXMLSpace space, TNamespaceId name, std::stri
 }
 
 bool TXMLSchemaSet::Spend() {
-    if (++Steps < TXMLSchemaLibrary::MaxSteps) return true;
-    if (Steps == TXMLSchemaLibrary::MaxSteps && !Schemas.empty())
+    if (StepsLeft && QuestionStepsLeft) {
+        --StepsLeft;
+        --QuestionStepsLeft;
+        return true;
+    }
+    if (!std::exchange(IsSpent, true) && !Schemas.empty())
         Report(
             {xsError, Schemas.front()->GetFileName(), 0, "The schema is too large; not all of it is used"});
     return false;
@@ -195,6 +200,7 @@ std::optional<TNamespaceId> TXMLSchema::TData::FindPrefix(pugi::xml_node node,
 }
 
 TXMLKind TXMLSchema::TData::KindOf(pugi::xml_node node) const {
+    if (node.type() != pugi::node_element) return xkNone;
     auto [prefix, local] = Split(node.name());
     const auto* kind = std::find_if(std::begin(KindNames), std::end(KindNames),
                                     [local = local](const TKindName& row) { return row.Name == local; });

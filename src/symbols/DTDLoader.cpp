@@ -165,8 +165,8 @@ private:
         FRoot.AddTag(tag);
     }
 
-    // A list that was sorted once puts every entity in its place: in the order of their
-    // names that is the end. Of names that differ by case only the first counts then.
+    // A list that is sorted already puts every entity in its place: in the order of their
+    // names that is nearly always the end.
     void AddEntities() {
         std::stable_sort(FEntities.begin(), FEntities.end(), [](const TDTDEntity* a, const TDTDEntity* b) {
             return CompareText(std::string_view(a->FName), std::string_view(b->FName)) < 0;

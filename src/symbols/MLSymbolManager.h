@@ -126,7 +126,10 @@ public:
     /// Takes back the entries that the last parse added or hid, on whichever tags.
     void RemoveFixupElements(INibMLTag* tag);
     /// The same, and puts back all ranges and filters: the start of a parse.
-    void ResetLists() { FFixups.ResetAll(); }
+    void ResetLists() {
+        FFixups.ResetAll();
+        FCharList.SetFilter({});
+    }
     static const std::vector<std::u16string>& GetASPParentTags();
     static bool ContainsChild(INibMLTag& tag, std::u16string_view name);
     void NoteChanged(THTMLTag& tag) override { FFixups.NoteChanged(tag); }

@@ -45,6 +45,7 @@ TXMLType TXSDPlan::GetTypeDef(const TXMLDeclaration& declaration) const {
 
 void TXSDPlan::MakeTags(TMLSymbolManager& manager, THTMLTag& root,
                         const std::vector<std::u16string>* parents) {
+    Library.BeginUse();
     std::vector<TRef<THTMLTag>> tags = EnterTags(manager);
     for (size_t i = 0; i < Tags.size(); ++i)
         for (int32_t child : Tags[i].Children) tags[i]->AddTag(tags[static_cast<size_t>(child)]);
@@ -109,6 +110,7 @@ void TXSDPlan::Register(TMLSymbolManager& manager, const TRef<THTMLTag>& tag) {
 
 void TXSDPlan::FillAttributes(TMLSymbolManager& manager, THTMLTag& tag, const TXMLType& type) {
     TMessages messages(*this, manager);
+    Library.BeginQuestion();
     for (const auto& definition : type.GetAttributes()) AddAttributeDef(manager, tag, definition);
     for (const auto& group : type.GetAttributeGroups())
         for (const auto& definition : group.GetAttributes()) AddAttributeDef(manager, tag, definition);

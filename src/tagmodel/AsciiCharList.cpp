@@ -4,26 +4,30 @@
 
 namespace caretwell {
 
+// "aacute" and "Aacute" are two characters. Their order is that of no schema, so that a list
+// never tells what was loaded before; the small letter, which is wanted more often, is first.
+bool TAsciiCharList::ComesBefore(const TEntity& a, std::u16string_view b) {
+    int order = CompareText(std::u16string_view(a.Name), b);
+    return order ? order < 0 : a.Name > b;
+}
+
 void TAsciiCharList::AddEntity(std::u16string_view name, int32_t value) {
-    if (!FIsSorted) {
-        FList.push_back({std::u16string(name), value});
-        return;
-    }
-    auto place =
-        std::lower_bound(FList.begin(), FList.end(), name, [](const TEntity& entity, std::u16string_view n) {
-            return CompareText(std::u16string_view(entity.Name), n) < 0;
-        });
-    if (place != FList.end() && SameText(place->Name, name)) return;
+    auto place = FIsSorted ? std::lower_bound(FList.begin(), FList.end(), name, ComesBefore) : FList.end();
+    if (place != FList.end() && place->Name == name) return;
     FList.insert(place, {std::u16string(name), value});
 }
 
-// Names that differ by case only ("Aacute", "aacute") keep the order of the schema.
 void TAsciiCharList::AlphaSort() {
     if (FIsSorted) return;
-    std::stable_sort(FList.begin(), FList.end(), [](const TEntity& a, const TEntity& b) {
-        return CompareText(std::u16string_view(a.Name), std::u16string_view(b.Name)) < 0;
-    });
+    std::stable_sort(FList.begin(), FList.end(),
+                     [](const TEntity& a, const TEntity& b) { return ComesBefore(a, b.Name); });
     FIsSorted = true;
+}
+
+void TAsciiCharList::Clear() {
+    FList.clear();
+    FIsSorted = false;
+    FRange = {};
 }
 
 const TAsciiCharList::TEntity* TAsciiCharList::At(int32_t index) const {
@@ -42,10 +46,14 @@ int32_t TAsciiCharList::GetAsciiVal(int32_t index) const {
 }
 
 int32_t TAsciiCharList::FindIndex(std::u16string_view name) const {
-    for (int32_t i = FRange.Start; i <= std::min(FRange.End, Last()); ++i)
-        if (CompareText(std::u16string_view(FList[static_cast<size_t>(i)].Name), name) >= 0)
-            return i - FRange.Start;
-    return -1;
+    int32_t last = std::min(FRange.End, Last());
+    auto nameAt = [this](int32_t i) { return std::u16string_view(FList[static_cast<size_t>(i)].Name); };
+    int32_t place = FRange.Start;
+    while (place <= last && CompareText(nameAt(place), name) < 0) ++place;
+    if (place > last) return -1;
+    for (int32_t i = place; i <= last && StartsWithText(nameAt(i), name); ++i)
+        if (nameAt(i).starts_with(name)) return i - FRange.Start;
+    return place - FRange.Start;
 }
 
 void TAsciiCharList::SetFilter(std::u16string_view value) {

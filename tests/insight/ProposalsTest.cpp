@@ -62,7 +62,7 @@ TEST(Proposals, ReadOnlyText) {
 }
 
 TEST(Proposals, Entities) {
-    EXPECT_EQ(Propose("<p>&a^ "), "Aacute aacute agrave amp");
+    EXPECT_EQ(Propose("<p>&a^ "), "aacute Aacute agrave amp");
     EXPECT_EQ(Propose("<p>&ag^ "), "agrave");
 }
 

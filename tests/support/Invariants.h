@@ -2,7 +2,6 @@
 // caret stands; and all of it as text, so that two hosts can be compared.
 #pragma once
 
-#include <algorithm>
 #include <sstream>
 
 #include "support/ParseState.h"
@@ -83,18 +82,8 @@ inline std::string Outcome(TTestHost& host) {
         return host.Driver().IsOpen() ? "open without a schema" : "no schema";
     std::ostringstream out;
     out << host.Driver().IsOpen() << ' ' << static_cast<int>(host.Manager().GetListKind());
-    bool isEntities = host.Manager().GetListKind() == TListKind::Entities;
-    std::u16string previous;
-    for (const auto& item : host.Driver().Items()) {
-        // Of entities that differ by case only, the first schema of a process keeps both.
-        bool isRepeated = isEntities && SameText(item.Name, previous);
-        previous = item.Name;
-        if (isRepeated) continue;
-        // Which of the two stays is the order of the schema.
-        std::string name = ToUtf8(item.Name);
-        if (isEntities) std::transform(name.begin(), name.end(), name.begin(), ToLower<char>);
-        out << ' ' << name << '/' << ToUtf8(item.Type) << '/' << ToUtf8(item.Class);
-    }
+    for (const auto& item : host.Driver().Items())
+        out << ' ' << ToUtf8(item.Name) << '/' << ToUtf8(item.Type) << '/' << ToUtf8(item.Class);
     TParseState state = StateOf(host);
     out << "\ntag " << state.InTag << state.InClosingTag << state.InTagName << state.InScript << state.InStyle
         << state.InTextArea << state.InDocType << state.IsXML << state.IsUnterminated << ' ' << state.Tag

@@ -213,6 +213,19 @@ TEST_F(XSDLoader, AttributesOfADocument) {
     }
 }
 
+// What one table has asked for costs the next one nothing.
+TEST_F(XSDLoader, AttributesOfManyTables) {
+    std::string steps;
+    for (int i = 0; i < 49'000; ++i) steps += "<![CDATA[]]>";
+    std::string file = Write("d.xsd", Schema("<xs:element name='r'><xs:complexType><xs:attribute name='a'/>" +
+                                             steps + "</xs:complexType></xs:element>"));
+    for (size_t spent = 0; spent < TXMLSchemaLibrary::MaxSteps + 200'000; spent += 98'000) {
+        TTable table;
+        table.Load(file);
+        ASSERT_EQ(table.Attributes("r"), "a=@default") << spent;
+    }
+}
+
 TEST_F(XSDLoader, IncludesOfADocument) {
     std::string file = Write(
         "d.xsd", Schema("<xs:include schemaLocation='sub/a.xsd'/><xs:include schemaLocation='sub/b.xsd'/>"
