@@ -5,7 +5,7 @@
 #include <cstdio>
 
 #include "cli/Failure.h"
-#include "markup/Hash.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 namespace {

@@ -4,9 +4,10 @@
 
 #include "cli/Failure.h"
 #include "host/HTMReg.h"
+#include "host/Paths.h"
 #include "lens/Lens.h"
 #include "lens/LensView.h"
-#include "markup/Hash.h"
+#include "markup/Text.h"
 #include "stylesheet/CSSCodCmplt.h"
 #include "symbols/FileToSchemaMapper.h"
 

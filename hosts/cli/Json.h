@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "cli/Place.h"
-#include "markup/Hash.h"
+#include "markup/Text.h"
 #include "memory/EditorDriver.h"
 
 namespace caretwell {

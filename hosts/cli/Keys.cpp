@@ -3,7 +3,7 @@
 #include <string>
 
 #include "cli/Failure.h"
-#include "markup/Hash.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 namespace {
@@ -24,13 +24,8 @@ constexpr TCloseKey CloseKeys[] = {{"enter", 13}, {"tab", 9}, {"space", ' '}, {"
 
 // Takes the first character off the text.
 char32_t TakeCharacter(std::u16string_view& text) {
-    char32_t c = text[0];
-    size_t length = 1;
-    if (c >= 0xD800 && c < 0xDC00 && text.size() > 1) {
-        c = 0x10000 + ((c - 0xD800) << 10) + (text[1] - 0xDC00u);
-        length = 2;
-    }
-    text.remove_prefix(length);
+    char32_t c = FirstCharacter(text);
+    text.remove_prefix(FirstLength(text));
     return c;
 }
 

@@ -5,6 +5,7 @@
 #include "cli/Commands.h"
 #include "cli/Run.h"
 #include "cli/SchemaReport.h"
+#include "host/Paths.h"
 #include "symbols/FileToSchemaMapper.h"
 
 namespace caretwell {
@@ -49,7 +50,8 @@ bool IsFree(const TSchemaPath& path) { return ExtensionOf(path.Name) == ".xsd" &
 TSchemaPath InFolder(const TSchemaPath& path, std::string folder) {
     if (!folder.empty() && !folder.ends_with('/')) folder += '/';
     bool isInside = !folder.empty() && path.Folder.starts_with(folder);
-    return isInside && IsFree(path) ? TSchemaPath{folder, path.Folder.substr(folder.size()) + path.Name} : path;
+    return isInside && IsFree(path) ? TSchemaPath{folder, path.Folder.substr(folder.size()) + path.Name}
+                                    : path;
 }
 
 TSample MakeSample(const TSchemaPath& path) {

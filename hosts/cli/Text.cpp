@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "markup/Hash.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 namespace {
@@ -16,17 +16,6 @@ constexpr std::string_view Dim = "\x1b[2m";
 constexpr std::string_view Normal = "\x1b[0m";
 
 bool IsColoured() { return IsTerminal() && !std::getenv("NO_COLOR"); }
-
-std::string Utf8Of(int32_t code) {
-    std::u16string units;
-    if (code < 0x10000) {
-        units = static_cast<char16_t>(code);
-    } else {
-        units += static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10));
-        units += static_cast<char16_t>(0xDC00 + (code & 0x3FF));
-    }
-    return ToUtf8(units);
-}
 
 }  // namespace
 
@@ -99,7 +88,7 @@ std::string ShowCharacter(int32_t code) {
     bool isInvisible = code == 0xAD || (code >= 0x200B && code <= 0x200F) ||
                        (code >= 0x202A && code <= 0x202E) || (code >= 0x2060 && code <= 0x206F) ||
                        code == 0xFEFF;
-    return isControl || isInvisible || code > 0x10FFFF ? std::string() : Utf8Of(code);
+    return isControl || isInvisible || code > 0x10FFFF ? std::string() : ToUtf8(static_cast<char32_t>(code));
 }
 
 std::string CodePointName(int32_t code) {

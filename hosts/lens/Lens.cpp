@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <initializer_list>
 
+#include "host/CharSet.h"
 #include "lens/MarkupScan.h"
 #include "lens/OlderNames.h"
 #include "lens/StyleScan.h"
@@ -11,8 +12,6 @@ namespace caretwell {
 namespace {
 
 constexpr auto npos = std::string_view::npos;
-
-constexpr bool IsLineBreak(char c) { return c == '\n' || c == '\r'; }
 
 std::string Blanked(std::string_view document) {
     std::string text(document.size(), ' ');

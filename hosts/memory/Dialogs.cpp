@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "markup/Hash.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 namespace {

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "insight/HTMLCodCmplt.h"
-#include "markup/Hash.h"
 #include "markup/MLBufferProducer.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 namespace {
@@ -13,17 +13,6 @@ enum : char32_t { KeyTab = 9, KeyLineFeed = 10, KeyEnter = 13, KeyEscape = 27 };
 
 // Lists that ask for the next list without end must not hold the key for ever.
 constexpr int32_t MostListsForKey = 8;
-
-std::string Utf8Of(char32_t c) {
-    if (c > 0x10FFFF) c = 0xFFFD;
-    if (c < 0x10000) {
-        char16_t unit = static_cast<char16_t>(c);
-        return ToUtf8(std::u16string_view(&unit, 1));
-    }
-    char16_t pair[] = {static_cast<char16_t>(0xD800 + ((c - 0x10000) >> 10)),
-                       static_cast<char16_t>(0xDC00 + (c & 0x3FF))};
-    return ToUtf8(std::u16string_view(pair, 2));
-}
 
 // The manager's keys have 16 bits; a character beyond them is no key that it knows.
 constexpr char16_t KeyOf(char32_t c) { return c < 0x10000 ? static_cast<char16_t>(c) : u'\xFFFD'; }
@@ -147,11 +136,11 @@ void TEditorDriver::TypeIntoText(char32_t c) {
 }
 
 void TEditorDriver::InsertTyped(char32_t c) {
-    Text().Replace(FView->CaretOffset(), 0, c == KeyEnter ? Text().LineBreak() : Utf8Of(c));
+    Text().Replace(FView->CaretOffset(), 0, c == KeyEnter ? Text().LineBreak() : ToUtf8(c));
 }
 
 bool TEditorDriver::IsBeforeCaret(char32_t c) {
-    std::string text = Utf8Of(c);
+    std::string text = ToUtf8(c);
     int32_t caret = FView->CaretOffset();
     return Text().Substring(caret - static_cast<int32_t>(text.size()), caret) == text;
 }
@@ -222,7 +211,7 @@ void TEditorDriver::TypeIntoList(char32_t c) {
 }
 
 bool TEditorDriver::IsWordChar(char32_t c) const {
-    return FManager->EditorTokenValidChars(false).Contains(static_cast<uint8_t>(Utf8Of(c).front()));
+    return FManager->EditorTokenValidChars(false).Contains(static_cast<uint8_t>(ToUtf8(c).front()));
 }
 
 // "</" is still about the elements that "<" has opened the list for.

@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <limits>
 
+#include "markup/Text.h"
+
 namespace caretwell {
 namespace {
 
 constexpr size_t MarkDistance = 4096;
-
-constexpr bool IsBreak(char c) { return c == '\n' || c == '\r'; }
 
 struct TBreakCount {
     size_t Count = 0;
@@ -18,8 +18,8 @@ struct TBreakCount {
 TBreakCount CountByByte(std::string_view piece) {
     TBreakCount result;
     for (size_t i = 0; i < piece.size(); ++i) {
-        if (!IsBreak(piece[i])) continue;
-        if (i + 1 < piece.size() && IsBreak(piece[i + 1]) && piece[i + 1] != piece[i]) ++i;
+        if (!IsLineBreak(piece[i])) continue;
+        if (i + 1 < piece.size() && IsBreakPair(piece[i], piece[i + 1])) ++i;
         ++result.Count;
         result.BehindLast = i + 1;
     }
@@ -84,9 +84,8 @@ struct TLineIndex::TScan {
     // Two breaks of one kind side by side are never a pair.
     bool MaySplitPair(std::string_view piece) const {
         size_t end = Place + piece.size();
-        if (!IsBreak(piece.back()) || end >= Index.FText.Size()) return false;
-        char next = Index.FText.At(end);
-        return IsBreak(next) && next != piece.back();
+        if (!IsLineBreak(piece.back()) || end >= Index.FText.Size()) return false;
+        return IsBreakPair(piece.back(), Index.FText.At(end));
     }
 
     bool StepOverBreaks(size_t limit) {
@@ -102,10 +101,8 @@ struct TLineIndex::TScan {
 
 size_t TLineIndex::BreakLength(size_t offset) const {
     size_t size = FText.Size();
-    if (offset >= size || !IsBreak(FText.At(offset))) return 0;
-    bool isPair =
-        offset + 1 < size && IsBreak(FText.At(offset + 1)) && FText.At(offset + 1) != FText.At(offset);
-    return isPair ? 2 : 1;
+    if (offset >= size || !IsLineBreak(FText.At(offset))) return 0;
+    return offset + 1 < size && IsBreakPair(FText.At(offset), FText.At(offset + 1)) ? 2 : 1;
 }
 
 TLineIndex::TLine TLineIndex::LineAt(size_t offset) const {
@@ -162,7 +159,7 @@ void TLineIndex::Forget(size_t offset) {
     if (FLastPlace < offset) return;
     // The byte before the change is as good a place to go on from, if it is of the
     // same line and surely not inside a break.
-    if (FLastLine.Start + 2 < offset && !IsBreak(FText.At(offset - 2))) {
+    if (FLastLine.Start + 2 < offset && !IsLineBreak(FText.At(offset - 2))) {
         FLastPlace = offset - 1;
     } else {
         FLastLine = TLine{};

@@ -1,6 +1,7 @@
 #include "memory/Services.h"
 
-#include "markup/Hash.h"
+#include "host/Paths.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 
@@ -36,10 +37,9 @@ std::string TMemoryServices::GetExtensionsForTypeID(std::string_view typeId) {
 }
 
 bool TMemoryServices::MatchExtensions(std::string_view fileName, std::string_view extensions) {
-    std::string_view name = fileName.substr(fileName.find_last_of("/\\") + 1);
-    size_t point = name.rfind('.');
-    if (point == std::string_view::npos) return false;
-    std::string_view extension = name.substr(point + 1);
+    std::string extension = ExtensionOf(fileName);
+    if (extension.empty()) return false;
+    extension.erase(0, 1);  // the point
     while (!extensions.empty()) {
         size_t end = std::min(extensions.find(';'), extensions.size());
         if (SameText(extensions.substr(0, end), extension)) return true;

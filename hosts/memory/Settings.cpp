@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <nlohmann/json.hpp>
 
-#include "markup/Hash.h"
+#include "markup/Text.h"
 #include "memory/FileText.h"
 
 namespace caretwell {

@@ -6,7 +6,7 @@
 #include <bit>
 #include <cstring>
 
-#include "markup/Hash.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 namespace {

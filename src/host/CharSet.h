@@ -1,4 +1,5 @@
-// Sets of characters as the host and the scanners use them: 256 bits over bytes.
+// Sets of characters as the host and the scanners use them, 256 bits over bytes, the two
+// cases of a letter, the ends of a line.
 #pragma once
 
 #include <array>
@@ -36,5 +37,17 @@ public:
 private:
     std::array<uint64_t, 4> FBits{};
 };
+
+/// "a" to "z" as "A" to "Z"; no locale.
+template <class C>
+constexpr C ToUpper(C c) {
+    return c >= 'a' && c <= 'z' ? static_cast<C>(c - 32) : c;
+}
+template <class C>
+constexpr C ToLower(C c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<C>(c + 32) : c;
+}
+
+constexpr bool IsLineBreak(char c) { return c == '\n' || c == '\r'; }
 
 }  // namespace caretwell

@@ -1,7 +1,7 @@
 #include "insight/Choice.h"
 
 #include "host/ViewHandles.h"
-#include "markup/Hash.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 
@@ -27,8 +27,7 @@ std::u16string ReadCharacterBefore(INibEditView& view, int32_t distance) {
     place.Block().Finish();
     std::u16string text = place.Block().Text();
     if (CountCharacters(std::u16string_view(text)) < distance) return {};
-    bool isPair = text.size() > 1 && text[0] >= 0xD800 && text[0] < 0xDC00;
-    return text.substr(0, isPair ? 2 : 1);
+    return text.empty() ? text : text.substr(0, FirstLength(text));
 }
 
 std::u16string ReadRestOfLine(INibEditView& view) {

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "host/Nibapi.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 
@@ -34,8 +35,7 @@ bool ApplyEdit(const TChoiceEdit& edit, INibEditView& view, bool forceDelete);
 
 /// Sets of characters by which the text around the caret is read.
 namespace charsets {
-inline constexpr TCharSet Token =
-    TCharSet("#-.:_").WithRange('0', '9').WithRange('A', 'Z').WithRange('a', 'z').WithRange(192, 254);
+inline constexpr TCharSet Token = NameChars;
 inline constexpr TCharSet Blanks = TCharSet("\t ");
 inline constexpr TCharSet TagRun =
     TCharSet("#%-./:<_").WithRange('0', '9').WithRange('@', 'Z').WithRange('a', 'z').WithRange(192, 254);

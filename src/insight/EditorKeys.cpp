@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "host/Paths.h"
 #include "host/Platform.h"
 #include "insight/Guard.h"
 #include "insight/HTMLCodCmplt.h"
@@ -107,12 +108,6 @@ void PutText(INibCanvas& canvas, TNibRect& rect, std::u16string_view text, bool 
     rect.Right += place.Right - place.Left + 1;
 }
 
-std::u16string CharacterOf(int32_t code) {
-    if (code < 0x10000) return std::u16string(1, static_cast<char16_t>(code));
-    auto rest = static_cast<uint32_t>(code - 0x10000);
-    return {static_cast<char16_t>(0xD800 + (rest >> 10)), static_cast<char16_t>(0xDC00 + (rest & 0x3FF))};
-}
-
 /// Puts the canvas's font name and colour back at the end of the scope.
 class TSavedFont {
 public:
@@ -144,7 +139,7 @@ void TMLKibitzManager::DrawItem(int32_t index, INibCanvas& canvas, TNibRect& rec
             canvas.SetFontName(entities.GetFontName());
             canvas.SetFontColor(Blue);
             int32_t code = entities.GetAsciiVal(index);
-            if (code > 0) PutText(canvas, rect, CharacterOf(code), true, doDraw);
+            if (code > 0) PutText(canvas, rect, ToUtf16(static_cast<char32_t>(code)), true, doDraw);
         }
         rect.Left = NameColumn;
     }

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "host/Paths.h"
 #include "host/Platform.h"
 #include "parser/MLParser.h"
 #include "symbols/FileToSchemaMapper.h"

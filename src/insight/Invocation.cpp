@@ -2,6 +2,7 @@
 // list, and the typing aids that belong to a keystroke.
 #include <cstdlib>
 
+#include "host/Paths.h"
 #include "host/Platform.h"
 #include "host/ValueScope.h"
 #include "host/ViewHandles.h"

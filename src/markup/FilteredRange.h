@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "markup/Hash.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <limits>
 
-#include "markup/Hash.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 namespace {

@@ -12,7 +12,7 @@
 #include <string_view>
 
 #include "host/Nibapi.h"
-#include "markup/Hash.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 

@@ -2,6 +2,7 @@
 #include <array>
 #include <string>
 
+#include "host/Paths.h"
 #include "host/Platform.h"
 #include "markup/MLParserUtils.h"
 
@@ -43,7 +44,7 @@ std::string GetSchemaFileName(std::string_view name, TKibitzMode mode) {
         return mode == kmXML ? std::string(name) : inFolder(byMode);
     }
     if (name == AddedLatin1.Name) return inFolder(AddedLatin1.File);
-    return inFolder(name.substr(name.find_last_of("/\\") + 1));
+    return inFolder(FileNameOf(name));
 }
 
 }  // namespace caretwell

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "host/CharSet.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 
@@ -25,13 +25,8 @@ inline constexpr std::array<TByteClass, 256> ByteClasses = [] {
 constexpr TByteClass ClassOf(char c) { return ByteClasses[static_cast<uint8_t>(c)]; }
 constexpr bool IsLetter(char c) { return ClassOf(c) == bcLetter; }
 constexpr bool IsBlank(char c) { return c == 9 || c == 32; }
-constexpr bool IsLineBreak(char c) { return c == 10 || c == 13; }
 
-/// Bytes that continue a name; 192 to 254 lead a multi-byte character, which counts whole.
-inline constexpr TCharSet NameChars =
-    TCharSet("#-.:_").WithRange('0', '9').WithRange('A', 'Z').WithRange('a', 'z').WithRange(0xC0, 0xFE);
-
-/// The same as a table, for the loop over a name.
+/// NameChars as a table, for the loop over a name.
 inline constexpr std::array<bool, 256> NameBytes = [] {
     std::array<bool, 256> bytes{};
     for (unsigned c = 0; c < 256; ++c) bytes[c] = NameChars.Contains(static_cast<uint8_t>(c));

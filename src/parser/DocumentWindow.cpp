@@ -28,8 +28,7 @@ void TDocumentWindow::LocateCaretByView(INibEditView& view, TNibEditPos caret) {
 void TDocumentWindow::LocateCaretByLine() {
     const char* p = FStart;
     while (FLines.GetLine() < FCaretPos.Line && p < FEnd) {
-        auto* behind =
-            static_cast<const char*>(std::find_if(p, FEnd, [](char c) { return c == '\n' || c == '\r'; }));
+        auto* behind = static_cast<const char*>(std::find_if(p, FEnd, IsLineBreak));
         if (behind < FEnd) behind = SkipLineBreak(behind, FEnd);
         FLines.Advance(p, behind, OffsetOf(p));
         p = behind;
@@ -37,7 +36,7 @@ void TDocumentWindow::LocateCaretByLine() {
     FCaretOffset = std::numeric_limits<int32_t>::max();
     if (FLines.GetLine() != FCaretPos.Line) return;
     int64_t wanted = int64_t{FLines.GetLineStart()} + FCaretPos.Col - 1;
-    const char* lineEnd = std::find_if(p, FEnd, [](char c) { return c == '\n' || c == '\r'; });
+    const char* lineEnd = std::find_if(p, FEnd, IsLineBreak);
     if (lineEnd < FEnd) wanted = std::min<int64_t>(wanted, OffsetOf(SkipLineBreak(lineEnd, FEnd)));
     else if (wanted > OffsetOf(FEnd)) return;  // further down the line, in a block to come
     FCaretOffset = static_cast<int32_t>(std::max<int64_t>(wanted, 0));

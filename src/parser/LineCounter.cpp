@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "markup/Text.h"
+
 namespace caretwell {
 
 namespace {
@@ -36,7 +38,7 @@ const char* TLineCounter::AdvanceOverLineFeeds(const char* from, const char* to,
 void TLineCounter::Advance(const char* from, const char* to, int32_t offset) {
     if (from == to) return;
     const char* p = from;
-    if (FOpenBreak && *p == (FOpenBreak == '\n' ? '\r' : '\n')) {
+    if (FOpenBreak && IsBreakPair(FOpenBreak, *p)) {
         ++p;
         ++FLineStart;
     }
@@ -49,7 +51,7 @@ void TLineCounter::Advance(const char* from, const char* to, int32_t offset) {
     }
     FOpenBreak = 0;
     while (p < to) {
-        if (*p != '\n' && *p != '\r') {
+        if (!IsLineBreak(*p)) {
             ++p;
             continue;
         }

@@ -23,11 +23,4 @@ private:
     char FOpenBreak = 0;  // a break byte that the next byte may belong to
 };
 
-/// Place behind the line break at p (which is LF or CR), not beyond end.
-inline const char* SkipLineBreak(const char* p, const char* end) {
-    char first = *p++;
-    char other = first == '\n' ? '\r' : '\n';
-    return p < end && *p == other ? p + 1 : p;
-}
-
 }  // namespace caretwell

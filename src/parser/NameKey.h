@@ -8,7 +8,7 @@
 #include <cstring>
 #include <string_view>
 
-#include "markup/Hash.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 

@@ -203,7 +203,7 @@ bool TDTDScanner::HandleString(char quote) {
     FTokenText.clear();
     for (;;) {
         const char* end = FPosition;
-        while (*end && *end != quote && *end != '\n' && *end != '\r') ++end;
+        while (*end && *end != quote && !IsLineBreak(*end)) ++end;
         FTokenText.append(FPosition, end);
         FPosition = end;
         if (*end == quote) {
@@ -242,7 +242,7 @@ void TDTDScanner::HandleEditors() {
         char c = *FPosition;
         if (c == 0) {
             if (EndOfStream()) return ReportCut("-->");
-        } else if (c == '\n' || c == '\r') {
+        } else if (IsLineBreak(c)) {
             SkipLineBreak();
         } else if (Follows("-->")) {
             FPosition += 3;
@@ -272,15 +272,13 @@ void TDTDScanner::SetEditor(std::string_view entry) {
 
 void TDTDScanner::SkipWhiteSpace() {
     for (;; ++FPosition) {
-        while (*FPosition == '\n' || *FPosition == '\r') SkipLineBreak();
+        while (IsLineBreak(*FPosition)) SkipLineBreak();
         if (*FPosition != ' ' && *FPosition != '\t') return;
     }
 }
 
 void TDTDScanner::SkipLineBreak() {
-    char first = *FPosition++;
-    char other = first == '\n' ? '\r' : '\n';
-    if (*FPosition == other) ++FPosition;
+    FPosition = ::caretwell::SkipLineBreak(FPosition, FPosition + 2);  // a zero byte ends the text
     if (!FInEntity) ++FLine;
 }
 

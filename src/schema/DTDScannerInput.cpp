@@ -12,8 +12,6 @@ namespace {
 
 constexpr std::string_view InvalidFile = "Invalid file %s";
 
-bool IsBreak(char c) { return c == '\n' || c == '\r'; }
-
 }  // namespace
 
 void TDTDScanner::LoadFromStream(std::istream& stream, std::string fileName) {
@@ -54,7 +52,7 @@ void TDTDScanner::FillBuffer() {
 
 /// Index behind the last line break before end; 0 if there is none.
 int32_t TDTDScanner::FindLastBreak(int32_t end) const {
-    while (end > 0 && !IsBreak(FBuffer[static_cast<size_t>(end - 1)])) --end;
+    while (end > 0 && !IsLineBreak(FBuffer[static_cast<size_t>(end - 1)])) --end;
     return end;
 }
 

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "host/FileNames.h"
+#include "host/Paths.h"
 #include "host/Platform.h"
 #include "schema/XMLSchemaData.h"
 

@@ -1,6 +1,7 @@
 // The reading of a schema: what each node of the accepted subset becomes.
 #include "schema/XSDReader.h"
 
+#include "host/Paths.h"
 #include "host/Platform.h"
 #include "schema/XMLSchemaFile.h"
 
@@ -30,7 +31,7 @@ std::u16string TXSDReader::GetAttributeValue(const pugi::xml_node& node, const c
 }
 
 std::u16string TXSDReader::GetNamespacePrefixOfFile(std::string_view fileName) {
-    std::string name(fileName.substr(fileName.find_last_of("/\\") + 1));
+    std::string name(FileNameOf(fileName));
     if (size_t point = name.rfind('.'); point != name.npos) {
         std::string extension = name.substr(point);
         name.erase(name.find(extension), extension.size());

@@ -1,7 +1,7 @@
 #include "stylesheet/CSSEditors.h"
 
-#include "host/FileNames.h"
 #include "host/Nibapi.h"
+#include "host/Paths.h"
 #include "stylesheet/CSSUnitEditor.h"
 
 namespace caretwell {

@@ -4,7 +4,7 @@
 #include <array>
 #include <limits>
 
-#include "markup/Hash.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 namespace {
@@ -135,9 +135,8 @@ void TStyleSheetScanner::KeepText() {
 
 // CR and LF in either order, or one of them alone, is one line end.
 void TStyleSheetScanner::SkipLineEnd() {
-    char partner = *FCurrent == '\n' ? '\r' : '\n';
-    ++FCurrent;
-    if (Peek() == static_cast<uint8_t>(partner)) ++FCurrent;
+    char first = *FCurrent++;
+    if (IsBreakPair(first, static_cast<char>(Peek()))) ++FCurrent;  // which may lie in the next block
     ++FLine;
     FLineStart = static_cast<int32_t>(FCurrent - FBlock);
 }
@@ -147,7 +146,7 @@ void TStyleSheetScanner::SkipWhitespace() {
         const char* p = FCurrent;
         while (*p == ' ' || *p == '\t') ++p;
         FCurrent = p;
-        if (*p == '\n' || *p == '\r') SkipLineEnd();
+        if (IsLineBreak(*p)) SkipLineEnd();
         else if (*p || !FillBuffer()) return;
     }
 }
@@ -191,7 +190,7 @@ void TStyleSheetScanner::HandleComment() {
     for (bool isStar = false;;) {
         uint8_t c = Peek();
         if (!c) return;
-        if (c == '\n' || c == '\r') SkipLineEnd();
+        if (IsLineBreak(c)) SkipLineEnd();
         else ++FCurrent;
         if (isStar && c == '/') return;
         isStar = c == '*';
@@ -204,7 +203,7 @@ void TStyleSheetScanner::HandleString(char quote) {
         uint8_t c = Byte(FCurrent);
         if (!c) {
             if (!FillBuffer()) return;
-        } else if (c == '\n' || c == '\r') SkipLineEnd();
+        } else if (IsLineBreak(c)) SkipLineEnd();
         else {
             ++FCurrent;
             if (c == static_cast<uint8_t>(quote)) return;
@@ -218,7 +217,7 @@ void TStyleSheetScanner::HandleURI() {
     if (c == '"' || c == '\'') HandleString(static_cast<char>(c));
     else
         for (; c && c != ')'; c = Peek()) {
-            if (c == '\n' || c == '\r') SkipLineEnd();
+            if (IsLineBreak(c)) SkipLineEnd();
             else ++FCurrent;
         }
     if (Peek() == ')') ++FCurrent;

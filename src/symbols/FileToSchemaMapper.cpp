@@ -2,8 +2,9 @@
 
 #include <algorithm>
 
+#include "host/Paths.h"
 #include "host/Platform.h"
-#include "markup/Hash.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 namespace {
@@ -32,12 +33,6 @@ std::string PathOf(const std::unordered_map<std::string, std::string>& table, st
 }
 
 }  // namespace
-
-std::string ExtensionOf(std::string_view fileName) {
-    std::string_view name = fileName.substr(fileName.find_last_of("/\\") + 1);
-    size_t point = name.rfind('.');
-    return point == std::string_view::npos ? std::string() : Lower(name.substr(point));
-}
 
 bool TFileToSchemaMapperService::RegisterSchema(std::string_view extension, std::string_view schemaFile) {
     return Register(FSchemas, extension, schemaFile);

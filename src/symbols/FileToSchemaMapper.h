@@ -44,7 +44,4 @@ CARETWELL_API TRef<IFileToSchemaMapperService> GetFileToSchemaMapperService();
 /// Called at shut-down.
 void ReleaseFileToSchemaMapperService();
 
-/// From the last point on, in lower case; empty if the name has none.
-std::string ExtensionOf(std::string_view fileName);
-
 }  // namespace caretwell

@@ -8,7 +8,7 @@
 #include <mutex>
 #include <string>
 
-#include "markup/Hash.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 

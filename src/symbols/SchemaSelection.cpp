@@ -4,7 +4,7 @@
 // schema both decisions are a comparison of names.
 #include <algorithm>
 
-#include "host/FileNames.h"
+#include "host/Paths.h"
 #include "host/Platform.h"
 #include "host/ValueScope.h"
 #include "markup/MLBufferProducer.h"

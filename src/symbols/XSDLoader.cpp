@@ -4,6 +4,7 @@
 #include <deque>
 
 #include "host/Nibapi.h"
+#include "host/Paths.h"
 #include "host/Platform.h"
 #include "symbols/MLSymbolManager.h"
 #include "symbols/SchemaReaderCache.h"
@@ -107,11 +108,11 @@ std::shared_ptr<TXSDPlan> TXSDLoader::MakePlan(const std::string& fileName) {
 
 std::string TXSDLoader::ResolveLocation(const std::string& base, const std::string& location) {
     if (IsUrl(location)) return location;
-    size_t slash = base.find_last_of("/\\");
-    if (IsUrl(base) && slash != base.npos) return base.substr(0, slash + 1) + location;
+    std::string folder = FolderOf(base);
+    if (IsUrl(base) && !folder.empty()) return folder + location;
     if (GetPlatform().FileExists(location)) return location;
     bool hasFolder = location.find_first_of("/\\") != location.npos;
-    return hasFolder || slash == base.npos ? std::string() : base.substr(0, slash + 1) + location;
+    return hasFolder || folder.empty() ? std::string() : folder + location;
 }
 
 // As deep as files include each other, and a library reads a limited number of them.

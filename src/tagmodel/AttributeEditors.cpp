@@ -1,6 +1,6 @@
 #include "tagmodel/AttributeEditors.h"
 
-#include "host/FileNames.h"
+#include "host/Paths.h"
 
 namespace caretwell {
 namespace {

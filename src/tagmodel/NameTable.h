@@ -8,6 +8,7 @@
 
 #include "host/RefCounted.h"
 #include "markup/Hash.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 

@@ -1,16 +1,18 @@
 // Hash, comparison and the two string widths.
-#include "markup/Hash.h"
-
 #include <gtest/gtest.h>
 
+#include "markup/Hash.h"
 #include "markup/MLParserUtils.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 namespace {
 
 TEST(Hash, BothWidthsAgreeAndIgnoreCase) {
-    const struct { const char* FText; uint32_t FExpect; } cases[] = {
-        {"", 0}, {"A", 97}, {"a", 97}, {"abc", 38}, {"ABC", 38}};
+    const struct {
+        const char* FText;
+        uint32_t FExpect;
+    } cases[] = {{"", 0}, {"A", 97}, {"a", 97}, {"abc", 38}, {"ABC", 38}};
     for (const auto& c : cases) {
         EXPECT_EQ(Hash(std::string_view(c.FText)), c.FExpect) << c.FText;
         EXPECT_EQ(Hash(std::u16string_view(ToUtf16(c.FText))), c.FExpect) << c.FText;
@@ -18,7 +20,11 @@ TEST(Hash, BothWidthsAgreeAndIgnoreCase) {
 }
 
 TEST(Utf, BrokenBytesNeverLoseTheRest) {
-    const struct { std::string FText; std::u16string FExpect; int32_t FCharacters; } cases[] = {
+    const struct {
+        std::string FText;
+        std::u16string FExpect;
+        int32_t FCharacters;
+    } cases[] = {
         {"a\xC3\xA9z", u"a\u00E9z", 3},
         {"\xF0\x9F\x98\x80!", u"\U0001F600!", 2},
         {"\xC3z", u"\uFFFDz", 2},          // a lead byte without its tail
@@ -34,9 +40,12 @@ TEST(Utf, BrokenBytesNeverLoseTheRest) {
 }
 
 TEST(Words, TypesAndEditors) {
-    const struct { const char* FWord; bool FNoType, FEditor; } cases[] = {
-        {"CDATA", false, false}, {"cdata", true, false}, {"C", true, false}, {"", true, false},
-        {"NMTOKENS", false, false}, {"URI...", true, true}, {"color...", true, true}, {"uri", true, false}};
+    const struct {
+        const char* FWord;
+        bool FNoType, FEditor;
+    } cases[] = {{"CDATA", false, false},  {"cdata", true, false},     {"C", true, false},
+                 {"", true, false},        {"NMTOKENS", false, false}, {"URI...", true, true},
+                 {"color...", true, true}, {"uri", true, false}};
     for (const auto& c : cases) {
         EXPECT_EQ(IdentIsNotDTDType(std::string_view(c.FWord)), c.FNoType) << c.FWord;
         EXPECT_EQ(IdentIsAttributeEditor(std::string_view(c.FWord)), c.FEditor) << c.FWord;
@@ -44,7 +53,11 @@ TEST(Words, TypesAndEditors) {
 }
 
 TEST(SchemaFileName, FindsTheLocalFile) {
-    const struct { const char* FName; TKibitzMode FMode; const char* FFile; } cases[] = {
+    const struct {
+        const char* FName;
+        TKibitzMode FMode;
+        const char* FFile;
+    } cases[] = {
         {"", kmHTML, "loose.dtd"},
         {"", kmXML, ""},
         {"-//Nobody//DTD Nothing//EN", kmWML, "wml12.dtd"},

@@ -1,9 +1,9 @@
 // Blocks of a document: what a scanner sees has no gap and no overlap.
-#include "markup/MLBufferProducer.h"
-
 #include <gtest/gtest.h>
 
 #include <sstream>
+
+#include "markup/MLBufferProducer.h"
 
 namespace caretwell {
 namespace {
@@ -32,7 +32,10 @@ TEST(BufferProducer, CutsAtWhiteSpace) {
     std::string exact(16383, 'x');
     std::string spaced(20000, 'x');
     spaced[16000] = ' ';
-    const struct { std::string FText; std::string FSizes; } cases[] = {
+    const struct {
+        std::string FText;
+        std::string FSizes;
+    } cases[] = {
         {"", ""},
         {"a", "1 "},
         {exact + "\n", "16384 "},

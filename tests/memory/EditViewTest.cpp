@@ -2,7 +2,7 @@
 // blocks, readers and writers.
 #include <gtest/gtest.h>
 
-#include "markup/Hash.h"
+#include "markup/Text.h"
 #include "memory/EditView.h"
 
 namespace caretwell {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "markup/Hash.h"
+#include "markup/Text.h"
 #include "memory/HostSession.h"
 
 namespace caretwell {

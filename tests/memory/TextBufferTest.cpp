@@ -3,7 +3,7 @@
 
 #include <random>
 
-#include "markup/Hash.h"
+#include "markup/Text.h"
 #include "memory/TextBuffer.h"
 
 namespace caretwell {

@@ -6,8 +6,8 @@
 namespace caretwell::test {
 namespace {
 
-constexpr const char* TypeNames[] = {"comment", "attribute", "open", "close", "single", "script",
-                                     "pi", "text", "doctype", "directive", "aspcomment", "entity"};
+constexpr const char* TypeNames[] = {"comment", "attribute", "open",    "close",     "single",     "script",
+                                     "pi",      "text",      "doctype", "directive", "aspcomment", "entity"};
 
 class TRecorder final : public TImplements<INibMLElementCallback> {
 public:
@@ -17,7 +17,8 @@ public:
         if (auto tag = QueryAs<INibMLTag>(element)) name = ToUtf8(tag->GetName());
         if (auto attribute = QueryAs<INibMLTagAttribute>(element)) name = ToUtf8(attribute->GetName());
         if (auto node = QueryAs<INibMLTextNode>(element)) name = ToUtf8(node->GetText());
-        FSeen += std::string(TypeNames[type]) + "(" + name + ")" + std::to_string(start) + "-" + std::to_string(end) + " ";
+        FSeen += std::string(TypeNames[type]) + "(" + name + ")" + std::to_string(start) + "-" +
+                 std::to_string(end) + " ";
         stop = !FStopAt.empty() && name == FStopAt;
     }
     void Invalidate() override { FSeen += "invalid "; }
@@ -25,7 +26,8 @@ public:
 };
 
 /// A first parse settles the schema, so that the second is told of alone.
-std::string Events(std::string_view text, std::vector<TRef<TRecorder>> recorders, const char* name = "page.html") {
+std::string Events(std::string_view text, std::vector<TRef<TRecorder>> recorders,
+                   const char* name = "page.html") {
     TTestHost host(text, name);
     host.Parse();
     for (auto& recorder : recorders) host.Parser().AddCallback(recorder.Get());
@@ -35,15 +37,19 @@ std::string Events(std::string_view text, std::vector<TRef<TRecorder>> recorders
 }
 
 TEST(Observers, AreToldWhatLiesBeforeTheCaret) {
-    const struct { const char *FText, *FExpect; } cases[] = {
+    const struct {
+        const char *FText, *FExpect;
+    } cases[] = {
         {"<p>a<br/>b</p>c^", "open(p)0-3 text(a)1-3 single(br)4-9 text(b)9-9 close(p)10-14 text(c)12-15 "},
         {"<a href=\"x\" title>^", "attribute(href)3-11 attribute(title)12-17 open(a)0-18 text()16-18 "},
         {"<!-- x --><? y ?><% z %><%-- w --%>^",
          "comment( x )0-10 pi( y )10-17 script( z )17-24 aspcomment( w --)24-35 text()35-35 "},
         {"<!DOCTYPE html SYSTEM \"loose.dtd\">^",
-         "attribute(html)10-15 attribute(SYSTEM)15-22 attribute(\"loose.dtd\")23-32 doctype(doctype)0-34 text()32-34 "},
+         "attribute(html)10-15 attribute(SYSTEM)15-22 attribute(\"loose.dtd\")23-32 doctype(doctype)0-34 "
+         "text()32-34 "},
         {"<p>^<b>x</b>", "open(p)0-3 "},
-        {"<%@ no x %>></!DOCTYPE>^", "script( x )0-11 text()21-23 "},  // nothing is told of what is no element
+        {"<%@ no x %>></!DOCTYPE>^",
+         "script( x )0-11 text()21-23 "},  // nothing is told of what is no element
         {"<script>a<b</script>^", "open(script)0-8 text(a<b)6-10 close(script)11-20 text()18-20 "},
     };
     for (const auto& c : cases) EXPECT_EQ(Events(c.FText, {MakeRef<TRecorder>()}), c.FExpect) << c.FText;

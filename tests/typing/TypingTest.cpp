@@ -9,11 +9,15 @@ namespace {
 
 /// Types keys: characters, and "{Enter}" and the like.
 void Type(TEditorDriver& driver, std::string_view keys) {
-    const struct { std::string_view FName; TEditorKey FKey; } named[] = {
-        {"{Enter}", ekEnter}, {"{Tab}", ekTab}, {"{Esc}", ekEscape}, {"{Up}", ekUp}, {"{Down}", ekDown},
-        {"{Backspace}", ekBackspace}, {"{Left}", ekLeft}, {"{Right}", ekRight}, {"{Ctrl+Space}", ekCtrlSpace}};
+    const struct {
+        std::string_view FName;
+        TEditorKey FKey;
+    } named[] = {{"{Enter}", ekEnter}, {"{Tab}", ekTab},     {"{Esc}", ekEscape},
+                 {"{Up}", ekUp},       {"{Down}", ekDown},   {"{Backspace}", ekBackspace},
+                 {"{Left}", ekLeft},   {"{Right}", ekRight}, {"{Ctrl+Space}", ekCtrlSpace}};
     while (!keys.empty()) {
-        auto key = std::find_if(std::begin(named), std::end(named), [&](auto& k) { return keys.starts_with(k.FName); });
+        auto key = std::find_if(std::begin(named), std::end(named),
+                                [&](auto& k) { return keys.starts_with(k.FName); });
         if (key != std::end(named)) {
             driver.PressKey(key->FKey);
             keys.remove_prefix(key->FName.size());
@@ -24,7 +28,8 @@ void Type(TEditorDriver& driver, std::string_view keys) {
     }
 }
 
-std::string Typed(std::string_view text, std::string_view keys, bool autoQuote = false, const char* name = "page.html") {
+std::string Typed(std::string_view text, std::string_view keys, bool autoQuote = false,
+                  const char* name = "page.html") {
     THostOptions options;
     options.Answers = {{"color", "#ff0000"}, {"uri", "logo.png"}};
     TTestHost host(text, name, std::move(options));
@@ -45,13 +50,13 @@ struct TCase {
 TEST(Typing, Elements) {
     const TCase cases[] = {
         {"<div>^\n", "<ul{Enter}", "<div><ul^\n"},
-        {"<div>^\n", "<ul>", "<div><ul>^</ul>\n"},            // the selected element and its closing tag
+        {"<div>^\n", "<ul>", "<div><ul>^</ul>\n"},  // the selected element and its closing tag
         {"<div><di^\n", "{Ctrl+Space}{Enter}", "<div><div^\n"},
         {"<div>^\n", "{Ctrl+Space}{Down}{Enter}", "<div><a^\n"},  // the closing tag stands first
         {"<div>^\n", "{Ctrl+Space}{Enter}", "<div></div>^\n"},
         {"<div>^\n", "<im{Enter}", "<div><img^\n"},
         {"<div>^\n", "{Ctrl+Space}im{Enter}", "<div><img alt src=^\n"},  // required attributes come along
-        {"<p>x</p^\n", "{Ctrl+Space}", "<p>x</p^\n"},       // nothing in a closing tag's name
+        {"<p>x</p^\n", "{Ctrl+Space}", "<p>x</p^\n"},                    // nothing in a closing tag's name
         {"<div>^\n", "<u{Esc}", "<div><u^\n"},
         {"<div>^\n", "<xyz>", "<div><xyz>^</xyz>\n"},
         {"^", "<ht>", "<html>^</html>"},
@@ -63,8 +68,8 @@ TEST(Typing, Elements) {
 
 TEST(Typing, Attributes) {
     const TCase cases[] = {
-        {"<p>\n<a^\n", " ", "<p>\n<a ^\n"},                                    // a blank opens nothing by itself
-        {"<p>\n^\n", "<a ", "<p>\n<a ^\n [href target title]"},                // but behind a choice it does
+        {"<p>\n<a^\n", " ", "<p>\n<a ^\n"},                      // a blank opens nothing by itself
+        {"<p>\n^\n", "<a ", "<p>\n<a ^\n [href target title]"},  // but behind a choice it does
         {"<p><a hr^>x</a>\n", "{Ctrl+Space}{Enter}", "<p><a href^>x</a>\n"},
         {"<p><a hr^>x</a>\n", "{Ctrl+Space} ", "<p><a href= ^>x</a>\n [uri...]"},
         {"<p><a ta^ = x>\n", "{Ctrl+Space}{Enter}", "<p><a target^ = x>\n"},
@@ -73,7 +78,8 @@ TEST(Typing, Attributes) {
         {"<p><a target=\"^\">x\n", "{Ctrl+Space}_s{Enter}", "<p><a target=\"_self\"^>x\n"},
         {"<p><a target=\"_p^\">it's\n", "{Ctrl+Space}{Enter}", "<p><a target=\"_parent\"^>it's\n"},
         // A quote that was never closed: the page behind it stays.
-        {"<p><a target=\"^>x</a><p class=\"y\">\n", "{Ctrl+Space}{Enter}", "<p><a target=\"_blank\"^>x</a><p class=\"y\">\n"},
+        {"<p><a target=\"^>x</a><p class=\"y\">\n", "{Ctrl+Space}{Enter}",
+         "<p><a target=\"_blank\"^>x</a><p class=\"y\">\n"},
         {"<p><a target=\"_t^", "{Ctrl+Space}{Enter}", "<p><a target=\"_top\"^"},
         {"<table><td bgcolor=^>\n", "{Ctrl+Space}{Enter}", "<table><td bgcolor=\"#ff0000\"^>\n"},
         {"<p><img src=\"^\">\n", "{Ctrl+Space}{Enter}", "<p><img src=\"logo.png\"^>\n"},
@@ -99,7 +105,8 @@ TEST(Typing, AutoQuote) {
         {"<p><a target^>x</a>\n", "=", "<p><a target=\"^\">x</a>\n [_blank _parent _self _top]"},
         {"<div>^\n", "{Ctrl+Space}im{Enter}", "<div><img alt src=\"\"^\n"},
     };
-    for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys, true), c.FExpect) << c.FText << " + " << c.FKeys;
+    for (const auto& c : cases)
+        EXPECT_EQ(Typed(c.FText, c.FKeys, true), c.FExpect) << c.FText << " + " << c.FKeys;
 }
 
 TEST(Typing, Entities) {

@@ -1,6 +1,7 @@
 #include <caretwell/host/HTMReg.h>
 #include <caretwell/host/Platform.h>
 #include <caretwell/insight/MLCodeInsight.h>
+
 #include <cstdio>
 #include <sstream>
 

@@ -1,4 +1,4 @@
-#include "markup/Hash.h"
+#include "markup/Text.h"
 
 #include <utf8.h>
 
@@ -24,16 +24,22 @@ std::u16string ToUtf16(std::string_view utf8) {
 std::string ToUtf8(std::u16string_view text) {
     std::string result;
     result.reserve(text.size());
-    for (size_t i = 0; i < text.size(); ++i) {
-        char32_t c = text[i];
-        bool isLead = c >= 0xD800 && c < 0xDC00;
-        bool isPair = isLead && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] < 0xE000;
-        if (isPair) c = 0x10000 + ((c - 0xD800) << 10) + (text[++i] - 0xDC00u);
-        else if (c >= 0xD800 && c < 0xE000) c = 0xFFFD;
-        utf8::append(static_cast<uint32_t>(c), std::back_inserter(result));
+    for (; !text.empty(); text.remove_prefix(FirstLength(text))) {
+        char32_t c = FirstCharacter(text);
+        utf8::append(c >= 0xD800 && c < 0xE000 ? 0xFFFD : static_cast<uint32_t>(c),
+                     std::back_inserter(result));
     }
     return result;
 }
+
+std::u16string ToUtf16(char32_t character) {
+    if (character > 0x10FFFF) character = 0xFFFD;
+    if (character < 0x10000) return {static_cast<char16_t>(character)};
+    char32_t rest = character - 0x10000;
+    return {static_cast<char16_t>(0xD800 + (rest >> 10)), static_cast<char16_t>(0xDC00 + (rest & 0x3FF))};
+}
+
+std::string ToUtf8(char32_t character) { return ToUtf8(ToUtf16(character)); }
 
 int32_t CountCharacters(std::string_view utf8) {
     int32_t count = 0;
@@ -51,11 +57,7 @@ int32_t CountCharacters(std::string_view utf8) {
 
 int32_t CountCharacters(std::u16string_view text) {
     int32_t count = 0;
-    for (size_t i = 0; i < text.size(); ++i) {
-        bool isTail = text[i] >= 0xDC00 && text[i] < 0xE000;
-        bool isPaired = isTail && i > 0 && text[i - 1] >= 0xD800 && text[i - 1] < 0xDC00;
-        if (!isPaired) ++count;
-    }
+    for (; !text.empty(); text.remove_prefix(FirstLength(text))) ++count;
     return count;
 }
 
