@@ -13,7 +13,6 @@
 #include <fstream>
 #include <iostream>
 #include <limits>
-#include <memory>
 #include <string>
 #include <vector>
 

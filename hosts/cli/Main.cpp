@@ -1,7 +1,5 @@
 // The command caretwell: completion at a place of a file, from the shell.
-#include <cstdio>
 #include <exception>
-#include <iterator>
 
 #include "cli/Commands.h"
 #include "cli/Run.h"

@@ -1,5 +1,4 @@
 // The table of properties and types that a css.xml has become.
-#include <algorithm>
 
 #include "cli/SchemaReport.h"
 #include "stylesheet/CSSEditors.h"

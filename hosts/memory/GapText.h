@@ -2,7 +2,6 @@
 // reading is copying, and typing on at one place moves nothing.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 

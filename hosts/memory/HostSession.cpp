@@ -1,7 +1,5 @@
 #include "memory/HostSession.h"
 
-#include <algorithm>
-
 namespace caretwell {
 namespace {
 

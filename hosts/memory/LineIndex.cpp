@@ -1,7 +1,6 @@
 #include "memory/LineIndex.h"
 
 #include <algorithm>
-#include <limits>
 
 #include "markup/Text.h"
 

@@ -27,7 +27,6 @@
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "host/CharSet.h"
 #include "host/Export.h"

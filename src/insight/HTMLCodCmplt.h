@@ -12,7 +12,6 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "insight/Choice.h"
 #include "insight/MLCodeInsight.h"

@@ -1,6 +1,5 @@
 // From caret to list: what lies between a key and the moment at which the host shows a
 // list, and the typing aids that belong to a keystroke.
-#include <cstdlib>
 
 #include "host/Paths.h"
 #include "host/Platform.h"

@@ -1,7 +1,6 @@
 #include "markup/MLBufferProducer.h"
 
 #include <algorithm>
-#include <cstring>
 #include <limits>
 
 #include "markup/Text.h"

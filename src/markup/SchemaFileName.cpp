@@ -1,5 +1,4 @@
 // Finds the local schema file for what a document or a schema names.
-#include <array>
 #include <string>
 
 #include "host/Paths.h"

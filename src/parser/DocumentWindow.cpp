@@ -1,7 +1,6 @@
 #include "parser/DocumentWindow.h"
 
 #include <algorithm>
-#include <cstring>
 #include <limits>
 
 namespace caretwell {

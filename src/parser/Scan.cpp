@@ -1,5 +1,4 @@
 // The scan of text and tags. The switch dispatches on a byte; a routine reads one thing.
-#include <cstring>
 
 #include "parser/ByteClasses.h"
 #include "parser/MLParser.h"

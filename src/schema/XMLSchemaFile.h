@@ -9,7 +9,6 @@
 #include <pugixml.hpp>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 
 namespace caretwell {
 

@@ -1,6 +1,5 @@
 #include "stylesheet/CSSCodCmplt.h"
 
-#include <exception>
 #include <utility>
 
 #include "host/EngineCall.h"

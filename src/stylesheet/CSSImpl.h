@@ -11,7 +11,6 @@
 // reference from node to node never owns.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>

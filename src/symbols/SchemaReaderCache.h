@@ -2,7 +2,6 @@
 // documents change schemas. One lock guards all caches, the first read of a file included.
 #pragma once
 
-#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>

@@ -7,7 +7,6 @@
 // a dialog and is not narrowed by typing.
 #pragma once
 
-#include <memory>
 #include <string>
 #include <vector>
 

@@ -2,7 +2,6 @@
 // keys that open it, keys that close it, and what Done writes.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 

@@ -1,9 +1,6 @@
 // The object model: text of schemas in, what each global element may hold out.
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <map>
-
 #include "XSDTestFolder.h"
 #include "schema/XMLSchema.h"
 

@@ -7,7 +7,6 @@
 //     "&eacute;"     the code of the character
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <map>
 #include <memory>
 #include <set>

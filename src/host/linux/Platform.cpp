@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <thread>
 
 #include "host/linux/Fonts.h"
 
