@@ -57,8 +57,8 @@ inline bool StartsWithText(std::string_view text, std::string_view prefix) {
     return StartsWithText<char>(text, prefix);
 }
 
-/// LF, CR, LF CR and CR LF each are one line break. Whether two bytes side by side, the first of which is LF
-/// or CR, are one break.
+/// LF, CR, LF CR and CR LF each are one line break. True if two bytes side by side, the first of
+/// which is LF or CR, are one.
 constexpr bool IsBreakPair(char first, char next) { return next == (first == '\n' ? '\r' : '\n'); }
 /// Place after the line break at p (which is LF or CR), not beyond end.
 constexpr const char* SkipLineBreak(const char* p, const char* end) {

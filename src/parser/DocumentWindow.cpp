@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "markup/Text.h"
+
 namespace caretwell {
 
 bool TDocumentWindow::Open(IMLBufferProducer& producer, TNibEditPos caret) {

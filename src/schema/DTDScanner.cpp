@@ -1,6 +1,7 @@
 // Tokens: what stands in the text, wherever the text comes from.
 #include "schema/DTDScanner.h"
 
+#include "markup/Text.h"
 #include "schema/DTDParser.h"
 
 namespace caretwell {

@@ -1,6 +1,7 @@
 #include "schema/DTDSymbols.h"
 
 #include <functional>
+#include <utility>
 
 namespace caretwell {
 

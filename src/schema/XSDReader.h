@@ -22,6 +22,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "markup/Hash.h"
 #include "markup/MLParserUtils.h"
 
 namespace pugi {

@@ -1,4 +1,5 @@
 // The tables of a reader: how objects are filed and found again.
+#include "markup/Hash.h"
 #include "schema/XSDReader.h"
 
 namespace caretwell {

@@ -6,6 +6,7 @@
 #include "host/Platform.h"
 #include "host/ViewHandles.h"
 #include "markup/MLBufferProducer.h"
+#include "markup/Text.h"
 #include "stylesheet/CSSSchemaLoader.h"
 
 namespace caretwell {

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "host/Platform.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 

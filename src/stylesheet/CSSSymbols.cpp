@@ -4,6 +4,7 @@
 
 #include "host/Platform.h"
 #include "markup/FilteredRange.h"
+#include "markup/Hash.h"
 #include "stylesheet/CSSEditors.h"
 #include "stylesheet/CSSParser.h"
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "host/Platform.h"
+#include "markup/Hash.h"
 #include "parser/MLParser.h"
 #include "tagmodel/AttributeEditors.h"
 

@@ -14,6 +14,7 @@
 #include <string_view>
 #include <vector>
 
+#include "markup/Hash.h"
 #include "markup/MLParserUtils.h"
 #include "parser/ElementTable.h"
 #include "symbols/ContextFixups.h"

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "markup/FilteredRange.h"
+#include "markup/Hash.h"
 #include "markup/MLParserUtils.h"
 #include "tagmodel/NameTable.h"
 #include "tagmodel/TagContext.h"

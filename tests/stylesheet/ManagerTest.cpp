@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "Sheets.h"
+#include "markup/Text.h"
 #include "memory/HostSession.h"
 #include "stylesheet/CSSCodCmplt.h"
 #include "stylesheet/CSSUnitEditor.h"
