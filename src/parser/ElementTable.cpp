@@ -1,7 +1,5 @@
 #include "parser/ElementTable.h"
 
-#include <algorithm>
-
 #include "tagmodel/DocumentNodes.h"
 
 namespace caretwell {

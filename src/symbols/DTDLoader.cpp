@@ -283,7 +283,7 @@ void TMLSymbolManager::LoadDTD(THTMLTag& root, const std::string& fileName) {
         parser = Parsers().Find(fileName);
         isFirstRead = !parser;
         if (!parser) parser = &Parsers().Add(fileName, std::make_unique<TDTDParser>());
-    parser->FKibitzMode = GetKibitzMode();
+        parser->FKibitzMode = GetKibitzMode();
         if (isFirstRead) {
             parser->OnError = [this](TDTDParser* sender, TParseError kind, const std::string& message,
                                      int32_t line, const std::string& file) {
