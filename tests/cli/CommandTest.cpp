@@ -149,6 +149,28 @@ TEST_F(Command, Shapes) {
     }
 }
 
+// The same for people.
+TEST_F(Command, Texts) {
+    const string text = RunAt("explain", "a.html", "<foo a='b'>\n<ul><a href='^").Out;
+    EXPECT_TRUE(
+        text.ends_with("contexts          pcNone\n                  pcString\n                  pcElement\n"
+                       "contextPos        24\ncurrentTag        a\ncurrentAttribute  href\n"
+                       "valuePos          2:14\ntagStack          a (line 2)  href=\n"
+                       "                  ul (line 2)\n                  foo (line 1)  a=b\n"
+                       "documentTags      a (line 2)\n                  ul (line 2)\n"
+                       "                  foo (line 1)\nclosingTags       </a> (line 2)\n"
+                       "                  </ul> (line 2)\n                  </foo> (line 1)\n"))
+        << text;
+    EXPECT_EQ(RunAt("explain", "a.css", "a { color: r^").Out,
+              "position         kpExpr\nproperty         color\nlastDeclaration  color\n");
+    EXPECT_EQ(
+        FFolder.Run({"events", "-", "--name", "a.html", "--schemas", SmallSchemas}, "<ul class=x>a\n").Out,
+        "       4       11  ttAttribute              class\n       0       12  ttOpen                   ul\n"
+        "      10       14  ttText                   a\\n\n");
+    // A byte order mark is no column.
+    EXPECT_EQ(JsonAt("complete", "a.html", "\xEF\xBB\xBF<ul><^")["column"], 6);
+}
+
 TEST_F(Command, Editing) {
     struct TCase {
         const char* Command;

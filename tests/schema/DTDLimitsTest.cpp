@@ -56,6 +56,15 @@ TEST_F(DTDFiles, Includes) {
     EXPECT_TRUE(isBackAtItsLine) << run.AllMessages();
 }
 
+TEST_F(DTDFiles, TheFirstOfANameBinds) {
+    Write("one", "<!ELEMENT a (b)>");
+    Write("two", "<!ELEMENT a (c)>");
+    Write("main", "<!ENTITY % x PUBLIC 'p' 'one'><!ENTITY % x PUBLIC 'p' 'two'>%x;");
+    TDTDRun run;
+    Load(run, "main");
+    EXPECT_EQ(ShowElement(run.Element("a")), "a -- [b]");
+}
+
 TEST_F(DTDFiles, IncludeOutOfAnExpansionThatGoesOn) {
     Write("main",
           "<!ENTITY % x 'p|q'><!ENTITY % f PUBLIC 'p' 'part'><!ENTITY % all 'k,%f;,z'>\n"

@@ -292,6 +292,19 @@ TEST(XMLSchema, Includes) {
         EXPECT_EQ(run.Elements, c.FElements) << c.FBody;
         EXPECT_EQ(run.Messages, c.FMessages) << c.FBody;
     }
+    {  // The folder of a bare file name is the one that the process stands in.
+        TXSDTestFolder folder;
+        folder.Write("t.xsd", types);
+        folder.Write("sub/main.xsd", TRun::Schema(include("../t.xsd") + Root));
+        auto before = std::filesystem::current_path();
+        std::filesystem::current_path(folder.GetPath() + "sub");
+        std::string message;
+        TXMLSchemaLibrary library([&](const TXMLSchemaMessage& m) { message += m.Text; });
+        library.Load("main.xsd", "");
+        std::filesystem::current_path(before);
+        EXPECT_TRUE(message.starts_with("Schema location ../t.xsd lies outside the schema folder"))
+            << message;
+    }
     // An included schema without a namespace takes that of its includer, an imported one does not.
     const std::string inTarget = "targetNamespace='urn:t' xmlns:t='urn:t'";
     EXPECT_EQ(TRun::Of(include("t.xsd") + "<xs:element name='r' type='t:T'/>", inTarget, {{"t.xsd", types}})

@@ -101,6 +101,7 @@ TEST(Manager, Choices) {
         {"a { color: c^ }", "color...", "a { color: #ff0000;^ }"},
         {"a { width: ^", "length...", "a { width: 12em;^"},
         {"\xC3\xA9 { co^", "color", "\xC3\xA9 { color:^"},
+        {"/* \xF0\x9F\x98\x80 */ a { color: r^", "red", "/* \xF0\x9F\x98\x80 */ a { color: red;^"},
     };
     TStyleHost host(SmallSchema, {{"color", "#ff0000"}, {"length", "12em"}});
     for (const TCase& c : Cases) {

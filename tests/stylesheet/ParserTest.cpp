@@ -279,6 +279,8 @@ TEST(Parser, DeepAndLong) {
     };
     constexpr int Depth = 100'000;
     EXPECT_EQ(parser.Answer(repeat("a { ", Depth) + "width: ^"), "kpExpr width");
+    EXPECT_EQ(parser.Answer(repeat("a { ", Depth) + repeat("} ", Depth - 1) + "w^"), "kpProperty");
+    EXPECT_EQ(parser.Answer(repeat("a { ", Depth) + repeat("} ", Depth) + "w^"), "kpRule");
     EXPECT_EQ(parser.Answer("a { width: " + repeat("b(", Depth) + "^"), "kpExpr width");
     EXPECT_EQ(parser.Answer("a { color: " + repeat("b(", Depth) + repeat(")", Depth) + "; width: ^"),
               "kpExpr width");

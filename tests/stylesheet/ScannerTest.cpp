@@ -101,6 +101,13 @@ TEST(Scanner, Lines) {
     while (scanner.GetTokenStr() != "d") scanner.GetToken();
     EXPECT_EQ(scanner.GetLine(), 5);
     EXPECT_EQ(scanner.GetCharIndex(), 3);
+    // In a block that is not the first.
+    std::string blanks(TMLBufferProducer::BlockSize + 10, ' ');
+    TSheet later("a\n" + blanks + "d");
+    scanner.SetBufferAndPoint(later.Read(), later.FCaret);
+    while (scanner.GetTokenStr() != "d") scanner.GetToken();
+    EXPECT_EQ(scanner.GetLine(), 1);
+    EXPECT_EQ(scanner.GetCharIndex(), static_cast<int32_t>(blanks.size()) + 1);
 }
 
 }  // namespace
