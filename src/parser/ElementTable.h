@@ -3,12 +3,10 @@
 // nothing. Whoever knows a schema fills the table; the scan reads it and knows no more.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "markup/MLParserUtils.h"
 #include "parser/NameKey.h"
@@ -53,18 +51,17 @@ public:
 
     void Add(TRef<INibMLTag> tag);
     void Remove(TTagBucket& bucket);
-    void Clear();
+    void Clear() { FBuckets.Clear(); }
     void SetMode(TKibitzMode mode) { FMode = mode; }
     void SetRoot(TRef<THTMLTag> root) { FRoot = std::move(root); }
     template <class TVisit>
     void ForEach(TVisit visit) {
-        for (auto& chain : FBuckets)
-            for (auto& bucket : chain) visit(*bucket);
+        FBuckets.ForEach([&](const auto& bucket) { visit(*bucket); });
     }
 
 private:
     ITagContext& FContext;
-    std::array<std::vector<std::unique_ptr<TTagBucket>>, HashBuckets> FBuckets;  // the newest last
+    TNameMap<std::unique_ptr<TTagBucket>> FBuckets;
     TRef<THTMLTag> FRoot;
     TKibitzMode FMode = kmHTML;
 };

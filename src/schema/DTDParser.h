@@ -37,10 +37,9 @@ using TParserErrorEvent =
 class TDTDParser {
 public:
     // A schema ends beyond these, with a message; what was read until then stands. The
-    // largest definitions in use have a fifth of it, and whoever builds tags from the
-    // symbols (tables of 256 buckets, lists kept sorted) stays quick up to them.
+    // largest definitions in use have a fifth of it.
     static constexpr size_t MaxExprs = 500'000;
-    static constexpr size_t MaxElements = 5'000;
+    static constexpr size_t MaxElements = 100'000;
     static constexpr size_t MaxEntities = 20'000;
     static constexpr size_t MaxAttributesOfElement = 4'096;
     static constexpr size_t MaxValuesOfAttribute = 10'000;

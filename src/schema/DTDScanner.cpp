@@ -51,22 +51,16 @@ TDTDScanner::TDTDScanner(TDTDParser& parser) : FParser(parser) {
 }
 
 void TDTDScanner::EnterKeywordSymbol(std::string_view name, TTokenKind kind) {
-    TDTDKeywordSymbol& symbol = FKeywordList.emplace_back(name, kind);
-    TDTDKeywordSymbol*& head = FKeywords[Hash(name)];
-    symbol.FHashNext = head;
-    head = &symbol;
+    FKeywords.emplace_back(name, kind);
 }
 
 TTokenKind TDTDScanner::LookupKeywordSymbol(std::string_view name) const {
-    const TDTDSymbol* symbol = FKeywords[Hash(name)];
-    while (symbol && symbol->FName != name) symbol = symbol->FHashNext;
-    return symbol ? static_cast<const TDTDKeywordSymbol*>(symbol)->FTokenKind : tkIdentifier;
+    auto found = std::find_if(FKeywords.rbegin(), FKeywords.rend(),
+                              [name](const TDTDKeywordSymbol& row) { return row.FName == name; });
+    return found != FKeywords.rend() ? found->FTokenKind : tkIdentifier;
 }
 
-void TDTDScanner::ClearKeywordTable() {
-    FKeywords.fill(nullptr);
-    FKeywordList.clear();
-}
+void TDTDScanner::ClearKeywordTable() { FKeywords.clear(); }
 
 void TDTDScanner::ParseError(TParseError severity, std::string_view format,
                              std::initializer_list<std::string_view> arguments) const {

@@ -22,7 +22,6 @@
 #include <string_view>
 #include <vector>
 
-#include "markup/Hash.h"
 #include "schema/DTDSymbols.h"
 
 namespace caretwell {
@@ -212,8 +211,7 @@ private:
     int32_t FIgnoreDepth = 0;
     int64_t FReferencedText = 0;
     bool FIsStopped = false;
-    std::array<TDTDKeywordSymbol*, HashBuckets> FKeywords{};
-    std::deque<TDTDKeywordSymbol> FKeywordList;
+    std::deque<TDTDKeywordSymbol> FKeywords;  // a handful
 };
 
 }  // namespace caretwell

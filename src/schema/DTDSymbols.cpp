@@ -1,8 +1,5 @@
 #include "schema/DTDSymbols.h"
 
-#include <functional>
-#include <utility>
-
 namespace caretwell {
 
 TDTDExprNode* TDTDExprWalk::Next() {
@@ -66,37 +63,9 @@ void TDTDElement::AddContent(TDTDExprNode* content) {
     FIsDeclared = true;
 }
 
-size_t TDTDSymbolTable::BucketOf(std::string_view name) const {
-    return std::hash<std::string_view>()(name) & (FBuckets.size() - 1);
-}
-
 TDTDSymbol* TDTDSymbolTable::Lookup(std::string_view name) const {
-    TDTDSymbol* symbol = FBuckets[BucketOf(name)];
-    while (symbol && symbol->FName != name) symbol = symbol->FHashNext;
-    return symbol;
-}
-
-void TDTDSymbolTable::Enter(TDTDSymbol* symbol) {
-    if (++FCount > FBuckets.size()) Grow();
-    Link(symbol);
-}
-
-void TDTDSymbolTable::Link(TDTDSymbol* symbol) {
-    TDTDSymbol*& head = FBuckets[BucketOf(symbol->FName)];
-    symbol->FHashNext = head;
-    head = symbol;
-}
-
-void TDTDSymbolTable::Clear() {
-    FBuckets.assign(FirstSize, nullptr);
-    FCount = 0;
-}
-
-void TDTDSymbolTable::Grow() {
-    std::vector<TDTDSymbol*> old(FBuckets.size() * 2);
-    old.swap(FBuckets);
-    for (TDTDSymbol* symbol : old)
-        while (symbol) Link(std::exchange(symbol, symbol->FHashNext));
+    auto* found = FSymbols.Find(ExactHash(name), [name](const TDTDSymbol* s) { return s->FName == name; });
+    return found ? *found : nullptr;
 }
 
 }  // namespace caretwell

@@ -19,6 +19,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "markup/NameMap.h"
+
 namespace caretwell {
 
 /// What a name declares or refers to.
@@ -84,7 +86,6 @@ struct TDTDSymbol {
     TDTDSymbol& operator=(const TDTDSymbol&) = delete;
 
     std::string_view FName;
-    TDTDSymbol* FHashNext = nullptr;
     TDTDSymbol* FNext = nullptr;              ///< the symbol entered before this one
     std::unique_ptr<TDTDExprList> FExprList;  ///< null until GetExprList
     const TDeclType FKind;                    ///< tells the class; see SymbolAs
@@ -187,26 +188,16 @@ private:
     int32_t FEnteredCount = 0;  // of the expression list
 };
 
-/// Symbols by exact name, each name once, chained through FHashNext. The number of
-/// buckets follows the number of symbols and the hash mixes well: names that are
-/// anagrams of each other, or a hundred thousand of them, must not turn each look-up
-/// into a walk.
+/// Symbols by exact name. It owns none of them.
 class TDTDSymbolTable {
 public:
     /// Null if no symbol has the name.
     TDTDSymbol* Lookup(std::string_view name) const;
-    /// Puts the symbol at the head of its bucket; not owned.
-    void Enter(TDTDSymbol* symbol);
-    void Clear();
+    void Enter(TDTDSymbol* symbol) { FSymbols.Add(ExactHash(symbol->FName), symbol); }
+    void Clear() { FSymbols.Clear(); }
 
 private:
-    static constexpr size_t FirstSize = 256;
-    size_t BucketOf(std::string_view name) const;
-    void Link(TDTDSymbol* symbol);
-    void Grow();
-
-    std::vector<TDTDSymbol*> FBuckets = std::vector<TDTDSymbol*>(FirstSize);
-    size_t FCount = 0;
+    TNameMap<TDTDSymbol*> FSymbols;
 };
 
 }  // namespace caretwell

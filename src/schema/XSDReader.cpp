@@ -163,8 +163,8 @@ TXSDType* TXSDReader::AddType(const pugi::xml_node& node) {
     }
     if (!HasRoom()) return nullptr;
     auto* type = Make<TXSDType>(name, FLevel);
-    TXSDClassEntry* entry = EnterList(FTypes, type);
-    if (!name.empty()) EnterBucket(FTypeTable, tkType, entry);
+    EnterList(FTypes, type);
+    if (!name.empty()) FTypeTable.Add(FoldedHash(name), type);
     return type;
 }
 
@@ -175,7 +175,8 @@ TXSDSimpleType* TXSDReader::AddSimpleType(TXSDAttribute* attribute, const pugi::
     for (pugi::xml_node child : node.children()) {
         if (!HasRoom()) break;
         last = Make<TXSDSimpleType>(name, FLevel);
-        EnterBucket(FSimpleTypeTable, tkSimpleType, EnterList(FSimpleTypes, last));
+        EnterList(FSimpleTypes, last);
+        FSimpleTypeTable.Add(FoldedHash(name), last);
         if (attribute) attribute->AddValue(last);
         if (!Is(child, "xsd:restriction")) continue;
         FRestrictions.push_back(std::make_unique<TXSDRestriction>());
@@ -210,7 +211,8 @@ void TXSDReader::AddAttributeGroup(const pugi::xml_node& node) {
     if (LookupAttrGroup(name)) return Error("AttributeGroup " + ToUtf8(name) + " already exists");
     if (!HasRoom()) return;
     auto* group = Make<TXSDAttributeGroup>(name, FLevel);
-    EnterBucket(FAttrGroupTable, tkAttrGroup, EnterList(FAttrGroups, group));
+    EnterList(FAttrGroups, group);
+    FAttrGroupTable.Add(FoldedHash(name), group);
     for (pugi::xml_node child : node.children()) {
         if (!IsElementNode(child)) continue;
         if (Is(child, "xsd:attribute")) AddAttribute(*group, child);

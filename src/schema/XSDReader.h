@@ -12,18 +12,16 @@
 // without regard to case, node names and parents exactly.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
-#include "markup/Hash.h"
 #include "markup/MLParserUtils.h"
+#include "markup/NameMap.h"
 
 namespace pugi {
 class xml_node;
@@ -137,8 +135,7 @@ public:
 /// Files one object in the reader's tables.
 struct TXSDClassEntry {
     TXSDClass* Item = nullptr;
-    TXSDClassEntry* Next = nullptr;      ///< in the list of the object's kind
-    TXSDClassEntry* HashNext = nullptr;  ///< in the bucket, from the newest to the oldest
+    TXSDClassEntry* Next = nullptr;  ///< in the list of the object's kind
 };
 
 /// Receives each message of a load.
@@ -193,8 +190,7 @@ public:
     std::optional<std::vector<TRef<INibMLTag>>> FTags;
 
 private:
-    using TTable = std::array<TXSDClassEntry*, HashBuckets>;
-    enum TTableKind : uint64_t { tkElement, tkType, tkSimpleType, tkAttrGroup };
+    using TTable = TNameMap<TXSDClass*>;
     static constexpr size_t MaxMessages = 200;
     struct TFrame;
     class TFixup;
@@ -222,14 +218,13 @@ private:
         return static_cast<T*>(FObjects.back().get());
     }
     TXSDClassEntry* NewEntry(TXSDClass* item);
-    TXSDClassEntry* EnterList(TXSDClassEntry*& head, TXSDClass* item);
-    void EnterBucket(TTable& table, TTableKind kind, TXSDClassEntry* entry);
+    void EnterList(TXSDClassEntry*& head, TXSDClass* item);
     void EnterElement(TXSDElement* element);
-    TXSDClass* Lookup(const TTable& table, TTableKind kind, std::u16string_view name) const;
     bool HasRoom();
     void Error(const std::string& message);
 
-    TTable FElementTable{}, FTypeTable{}, FSimpleTypeTable{}, FAttrGroupTable{};
+    // Elements stand in their table three times: by name, with the parent, with the level too.
+    TTable FElementTable, FTypeTable, FSimpleTypeTable, FAttrGroupTable;
     TXSDClassEntry* FLastElement = nullptr;
     TXSDClassEntry* FFirstElement = nullptr;
     TXSDClassEntry* FTypes = nullptr;
@@ -243,9 +238,6 @@ private:
     std::vector<std::unique_ptr<TXSDClass>> FObjects;
     std::vector<std::unique_ptr<TXSDRestriction>> FRestrictions;
     std::vector<std::unique_ptr<TXSDClassEntry>> FEntries;
-    // The newest entry for each question that a load asks often. A bucket holds a few
-    // names of a real file; of a file made to be slow it holds all of them.
-    std::unordered_map<uint64_t, TXSDClassEntry*> FNewest;
     size_t FMessages = 0;
     bool FIsFull = false;
 };

@@ -1,41 +1,25 @@
 // The tables of a reader: how objects are filed and found again.
-#include "markup/Hash.h"
+#include <tuple>
+
+#include "markup/Text.h"
 #include "schema/XSDReader.h"
 
 namespace caretwell {
 namespace {
 
-// A number for one question to the tables. Different questions may share a number;
-// the answer is then checked against the question and the bucket walked.
-class TQuestion {
-public:
-    explicit TQuestion(uint64_t kind) { Mix(kind); }
-    TQuestion& AddName(std::u16string_view name) {
-        for (char16_t c : name) Mix(ToUpper(c));
-        return *this;
-    }
-    TQuestion& AddParent(std::u16string_view parent) {
-        Mix(0x10000);
-        for (char16_t c : parent) Mix(c);
-        return *this;
-    }
-    TQuestion& AddLevel(int32_t level) {
-        Mix(0x20000);
-        Mix(static_cast<uint32_t>(level));
-        return *this;
-    }
-    uint64_t Get() const { return FValue; }
+// The parent and the level tell elements of one name apart that would crowd in one chain.
+uint32_t HashOfElement(std::u16string_view name, std::u16string_view parent) {
+    return HashOfNumber(FoldedHash(name) ^ ExactHash(ToUtf8(parent)));
+}
+uint32_t HashOfElement(std::u16string_view name, std::u16string_view parent, int32_t level) {
+    return HashOfNumber(HashOfElement(name, parent) + static_cast<uint32_t>(level));
+}
 
-private:
-    void Mix(uint64_t value) { FValue = (FValue ^ value) * 1099511628211u; }
-    uint64_t FValue = 14695981039346656037u;
-};
-
-bool FitsElement(const TXSDClassEntry* entry, std::u16string_view name, std::u16string_view parent,
-                 bool anyParent, int32_t level) {
-    const auto* element = static_cast<const TXSDElement*>(entry->Item);
-    return SameText(element->FName, name) && (anyParent || element->FParent == parent) &&
-           (level == -1 || element->FLevel == level);
+template <class T>
+T* Lookup(const TNameMap<TXSDClass*>& table, std::u16string_view name) {
+    auto* found =
+        table.Find(FoldedHash(name), [name](const TXSDClass* item) { return SameText(item->FName, name); });
+    return found ? static_cast<T*>(*found) : nullptr;
 }
 
 }  // namespace
@@ -48,69 +32,46 @@ TXSDClassEntry* TXSDReader::NewEntry(TXSDClass* item) {
     return FEntries.back().get();
 }
 
-TXSDClassEntry* TXSDReader::EnterList(TXSDClassEntry*& head, TXSDClass* item) {
+void TXSDReader::EnterList(TXSDClassEntry*& head, TXSDClass* item) {
     TXSDClassEntry* entry = NewEntry(item);
     entry->Next = head;
     head = entry;
-    return entry;
-}
-
-void TXSDReader::EnterBucket(TTable& table, TTableKind kind, TXSDClassEntry* entry) {
-    TXSDClassEntry*& head = table[Hash(entry->Item->FName)];
-    entry->HashNext = head;
-    head = entry;
-    FNewest[TQuestion(kind).AddName(entry->Item->FName).Get()] = entry;
 }
 
 void TXSDReader::EnterElement(TXSDElement* element) {
     TXSDClassEntry* entry = NewEntry(element);
     (FLastElement ? FLastElement->Next : FFirstElement) = entry;
     FLastElement = entry;
-    if (element->FName.empty()) return;
-    EnterBucket(FElementTable, tkElement, entry);
-    TQuestion question = TQuestion(tkElement).AddName(element->FName).AddParent(element->FParent);
-    FNewest[question.Get()] = entry;
-    FNewest[question.AddLevel(element->FLevel).Get()] = entry;
+    const auto& [name, parent] = std::tie(element->FName, element->FParent);
+    if (name.empty()) return;
+    for (uint32_t hash :
+         {FoldedHash(name), HashOfElement(name, parent), HashOfElement(name, parent, element->FLevel)})
+        FElementTable.Add(hash, element);
 }
 
 TXSDElement* TXSDReader::LookupElement(std::u16string_view name, std::u16string_view parent, bool anyParent,
                                        int32_t level) const {
-    TQuestion question = TQuestion(tkElement).AddName(name);
-    if (!anyParent) question.AddParent(parent);
-    if (!anyParent && level != -1) question.AddLevel(level);
-    auto newest = FNewest.find(question.Get());
-    if (newest == FNewest.end()) return nullptr;
-    TXSDClassEntry* entry = newest->second;
-    if (!FitsElement(entry, name, parent, anyParent, level)) {
-        entry = FElementTable[Hash(name)];
-        while (entry && !FitsElement(entry, name, parent, anyParent, level)) entry = entry->HashNext;
-    }
-    return entry ? static_cast<TXSDElement*>(entry->Item) : nullptr;
-}
-
-TXSDClass* TXSDReader::Lookup(const TTable& table, TTableKind kind, std::u16string_view name) const {
-    auto newest = FNewest.find(TQuestion(kind).AddName(name).Get());
-    if (newest == FNewest.end()) return nullptr;
-    TXSDClassEntry* entry = newest->second;
-    if (!SameText(entry->Item->FName, name)) {
-        entry = table[Hash(name)];
-        while (entry && !SameText(entry->Item->FName, name)) entry = entry->HashNext;
-    }
-    return entry ? entry->Item : nullptr;
+    uint32_t hash = anyParent     ? FoldedHash(name)
+                    : level == -1 ? HashOfElement(name, parent)
+                                  : HashOfElement(name, parent, level);
+    auto* found = FElementTable.Find(hash, [&](const TXSDClass* item) {
+        const auto* element = static_cast<const TXSDElement*>(item);
+        return SameText(element->FName, name) && (anyParent || element->FParent == parent) &&
+               (level == -1 || element->FLevel == level);
+    });
+    return found ? static_cast<TXSDElement*>(*found) : nullptr;
 }
 
 TXSDType* TXSDReader::LookupType(std::u16string_view name) const {
-    return static_cast<TXSDType*>(Lookup(FTypeTable, tkType, name));
+    return Lookup<TXSDType>(FTypeTable, name);
 }
 
 TXSDAttributeGroup* TXSDReader::LookupAttrGroup(std::u16string_view name) const {
-    return static_cast<TXSDAttributeGroup*>(Lookup(FAttrGroupTable, tkAttrGroup, name));
+    return Lookup<TXSDAttributeGroup>(FAttrGroupTable, name);
 }
 
 TXSDSimpleType* TXSDReader::LookupSimpleType(std::u16string_view name) const {
-    auto find = [&](std::u16string_view text) {
-        return static_cast<TXSDSimpleType*>(Lookup(FSimpleTypeTable, tkSimpleType, text));
-    };
+    auto find = [&](std::u16string_view text) { return Lookup<TXSDSimpleType>(FSimpleTypeTable, text); };
     if (TXSDSimpleType* type = find(name)) return type;
     size_t at = name.find(GetSchemaNamespace());
     if (at == 0) return find(name.substr(GetSchemaNamespace().size()));

@@ -7,6 +7,7 @@
 // a hundred to each of two hundred elements, and a document uses few of them.
 #include <algorithm>
 #include <exception>
+#include <unordered_set>
 
 #include "schema/DTDParser.h"
 #include "symbols/MLSymbolManager.h"
@@ -132,6 +133,7 @@ public:
             auto* element = SymbolAs<TDTDElement>(&symbol);
             if (element && EntryOf(*element).IsOwn) Fill(*element);
         });
+        FRoot.RemoveTagsIf([this](const TRef<INibMLTag>& tag) { return FOffRoot.contains(tag.Get()); });
         return FChildren <= MaxChildren && FSteps <= MaxSteps;
     }
 
@@ -142,7 +144,6 @@ private:
         INibMLTag* Tag = nullptr;  // the registered tag of the name
         bool IsOwn = false;        // made by this load
         bool IsLookedUp = false;
-        bool IsOffRoot = false;
         int32_t ChildOf = -1;
         const TDTDExprNode* ExcludedBy = nullptr;
     };
@@ -249,8 +250,7 @@ private:
         INibMLTag& tag = *EntryOf(element).Tag;
         if (tag.LookupTag(child->GetName())) return false;
         tag.AddTag(child);
-        if (!entry.IsOffRoot) FRoot.RemoveTag(child);
-        entry.IsOffRoot = true;
+        FOffRoot.insert(child);
         return !child->GetRequiresOpeningTag();
     }
 
@@ -268,6 +268,7 @@ private:
     THTMLTag& FRoot;
     std::vector<TEntry> FEntries;  // by the ordinal of the element
     std::vector<TDTDEntity*> FEntities;
+    std::unordered_set<const INibMLTag*> FOffRoot;  // children of some element
     const TDTDExprNode* FMarkedExclusions = nullptr;
     size_t FChildren = 0;
     size_t FSteps = 0;

@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "host/Platform.h"
-#include "markup/Hash.h"
 #include "parser/MLParser.h"
 #include "tagmodel/AttributeEditors.h"
 
@@ -67,7 +66,7 @@ void TMLSymbolManager::SetParser(TMLParser* parser) {
 void TMLSymbolManager::ClearTags() {
     FFixups.Forget();
     FTablePrefixes.clear();
-    for (auto& chain : FAttrEditorBuckets) chain.clear();
+    FAttrEditors.Clear();
     auto tags = std::exchange(FTagList, {});
     tags.insert(tags.end(), FLooseTags.begin(), FLooseTags.end());
     FLooseTags.clear();
@@ -133,13 +132,12 @@ TRef<INibMLEditor> TMLSymbolManager::GetAttributeEditor(std::string_view name) c
 
 void TMLSymbolManager::RegisterAttributeEditor(TRef<INibMLTagAttribute> attribute,
                                                TRef<INibMLEditor> editor) {
-    auto& chain = FAttrEditorBuckets[Hash(attribute->GetName())];
-    chain.push_back({std::move(attribute), std::move(editor)});
+    uint32_t hash = HashOfNumber(static_cast<uint32_t>(attribute->GetID()));
+    FAttrEditors.Add(hash, {std::move(attribute), std::move(editor)});
 }
 
 void TMLSymbolManager::UnRegisterAttributeEditor(INibMLEditor* editor) {
-    for (auto& chain : FAttrEditorBuckets)
-        std::erase_if(chain, [editor](const TTagAttributeBucket& bucket) { return bucket.Editor == editor; });
+    FAttrEditors.RemoveIf([editor](const TTagAttributeBucket& bucket) { return bucket.Editor == editor; });
 }
 
 // The id of an attribute, not its name, tells apart the same name on different elements.
@@ -152,14 +150,13 @@ TRef<INibMLEditor> TMLSymbolManager::GetAttributeEditorFromHashList(std::u16stri
     auto known = tag->FindAttribute(attributeName);
     if (!known) known = FindHiddenAttr(attributeName);
     if (!known) return nullptr;
-    const auto& chain = FAttrEditorBuckets[Hash(attributeName)];
-    for (auto bucket = chain.rbegin(); bucket != chain.rend(); ++bucket) {
-        if (bucket->Attribute->GetID() != known->GetID()) continue;
-        if (!SameText(bucket->Attribute->GetName(), attributeName)) continue;
-        attribute = bucket->Attribute;
-        return bucket->Editor;
-    }
-    return nullptr;
+    int32_t id = known->GetID();
+    auto* bucket = FAttrEditors.Find(HashOfNumber(static_cast<uint32_t>(id)), [&](const auto& row) {
+        return row.Attribute->GetID() == id && SameText(row.Attribute->GetName(), attributeName);
+    });
+    if (!bucket) return nullptr;
+    attribute = bucket->Attribute;
+    return bucket->Editor;
 }
 
 // ---- the parser's view

@@ -14,7 +14,6 @@
 #include <string_view>
 #include <vector>
 
-#include "markup/Hash.h"
 #include "markup/MLParserUtils.h"
 #include "parser/ElementTable.h"
 #include "symbols/ContextFixups.h"
@@ -198,7 +197,7 @@ private:
     std::vector<TRef<INibMLTag>> FLooseTags;
     TElementTable FTable{*this};
     std::string FFileName;
-    std::array<std::vector<TTagAttributeBucket>, HashBuckets> FAttrEditorBuckets;  // the newest last
+    TNameMap<TTagAttributeBucket> FAttrEditors;  // by the attribute's id
     std::string FSchemaFile;
     std::string FXSLOutputFile;
     TDocumentNamespaces FNamespaces;

@@ -196,7 +196,7 @@ size_t TXSDLoader::NumberNamespace(std::string_view nameSpace) {
 
 int32_t TXSDLoader::PlanTag(const std::string& key, std::string_view name, size_t nameSpace) {
     std::u16string spelled = ToUtf16(name), folded = spelled;
-    if (!FLimits.AdmitTag(spelled)) {
+    if (!FLimits.AdmitTag()) {
         ReportFull();
         return NoTag;
     }

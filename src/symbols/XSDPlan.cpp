@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "symbols/MLSymbolManager.h"
-#include "symbols/TagLimits.h"
 #include "tagmodel/HTMLAttribute.h"
 
 namespace caretwell {
@@ -77,15 +76,13 @@ std::vector<TRef<THTMLTag>> TXSDPlan::EnterTags(TMLSymbolManager& manager) {
     // The plan knows which plain names it repeats; only a table with tags in it, or names
     // that prefixes tell apart, have to be asked for.
     bool isAlone = !isPrefixed && manager.GetTagList().empty();
-    // With prefixes names fall into other buckets than those that the plan has counted.
-    TTagLimits limits;
     std::vector<TRef<THTMLTag>> tags;
     tags.reserve(Tags.size());
     for (const TXSDPlannedTag& planned : Tags) {
         tags.push_back(MakeTag(manager, planned, prefixes[planned.Namespace]));
         const TRef<THTMLTag>& tag = tags.back();
         if (isAlone && planned.IsFirst) manager.AddElement(tag);
-        else if (isAlone || !limits.AdmitTag(tag->GetName())) manager.KeepTag(tag);
+        else if (isAlone) manager.KeepTag(tag);
         else Register(manager, tag);
     }
     return tags;

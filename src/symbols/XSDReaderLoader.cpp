@@ -93,7 +93,7 @@ private:
     void MakeTag(const TXSDElement& element) {
         std::u16string name = GetElemName(FReader, element);
         if (FManager.FindBucket(name) || !IdentIsNotDTDType(name)) return;
-        if (!FLimits.AdmitTag(name)) return ReportFull();
+        if (!FLimits.AdmitTag()) return ReportFull();
         auto tag = MakeRef<THTMLTag>(name, &FManager, -1);
         tag->SetModel({.RequiresClosingTag = !element.FImplicitClosure,
                        .RequiresOpeningTag = true,

@@ -90,11 +90,6 @@ TRef<INibMLTagAttribute> THTMLTag::FindAttribute(std::u16string_view name) {
     return FAttrHash.Find(name);
 }
 
-INibMLTagAttribute* THTMLTag::FindAttributeBytes(std::string_view name, uint32_t hash) {
-    FillAttributes();
-    return FAttrHash.Find(name, hash);
-}
-
 int32_t THTMLTag::FindSymbol(std::u16string_view prefix) {
     if (FShowAttributes) {
         if (GetAttributeCount() <= 0) return -1;

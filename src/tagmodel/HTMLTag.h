@@ -12,7 +12,6 @@
 #include <vector>
 
 #include "markup/FilteredRange.h"
-#include "markup/Hash.h"
 #include "markup/MLParserUtils.h"
 #include "tagmodel/NameTable.h"
 #include "tagmodel/TagContext.h"
@@ -45,9 +44,13 @@ public:
     void SetAttributeFiller(TAttributeFiller filler) { FFiller = std::move(filler); }
 
     /// Finds a child without making a reference; borrowed.
-    INibMLTag* FindChild(std::u16string_view name) const { return FTagHash.Find(name, Hash(name)); }
-    /// By a name as the document spells it (bytes); borrowed, null if none.
-    INibMLTagAttribute* FindAttributeBytes(std::string_view name, uint32_t hash);
+    INibMLTag* FindChild(std::u16string_view name) const { return FTagHash.Find(name); }
+    /// Takes out all children that pass the test, in one go.
+    template <class TTest>
+    void RemoveTagsIf(TTest test) {
+        std::erase_if(FTags, test);
+        FTagHash.RemoveIf(test);
+    }
     /// The whole child list, whatever the range.
     const std::vector<TRef<INibMLTag>>& GetAllTags() const { return FTags; }
 

@@ -136,6 +136,11 @@ TEST_F(DTDLoader, LargeModelsEndInAMessage) {
     std::string names, open, close;
     for (int i = 0; i < 2000; ++i) names += (i ? "|\n" : "") + std::string("e") + std::to_string(i);
     for (int i = 0; i < 100'000; ++i) open += "(\n", close += ")\n";
+    std::string many, declarations;
+    for (int i = 0; i < 50'000; ++i) {
+        many += "|\nm" + std::to_string(i);
+        declarations += "<!ELEMENT m" + std::to_string(i) + " - - (a)>\n";
+    }
     const struct {
         std::string FText;
         bool FIsWhole;
@@ -143,6 +148,7 @@ TEST_F(DTDLoader, LargeModelsEndInAMessage) {
         {"<!ELEMENT (" + names + ") - - (" + names + ")>", false},
         {"<!ELEMENT (" + names + ") O O (" + names + ")>", false},
         {"<!ELEMENT (" + names + ") - - (a) -(" + names + ") +(e7)>", true},
+        {"<!ELEMENT e7 O O (a)><!ELEMENT a - - (b" + many + ")>" + declarations, true},
         {"<!ELEMENT a - - " + open + "e7" + close + " -(" + open + "e8" + close + ")>", true},
     };
     for (const auto& c : cases) {
