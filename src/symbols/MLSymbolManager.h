@@ -8,7 +8,6 @@
 // its children are the elements that no other element contains.
 #pragma once
 
-#include <array>
 #include <memory>
 #include <string>
 #include <string_view>
