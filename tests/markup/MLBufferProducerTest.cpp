@@ -46,6 +46,28 @@ TEST(BufferProducer, CutsAtWhiteSpace) {
     EXPECT_EQ(Blocks(std::string(100, 'a') + "bc", 100), "2 ");
 }
 
+/// A file that no view shows.
+class TUnseenFile final : public TImplements<INibSourceEditor, INibEditReader> {
+public:
+    std::string FileName() override { return "unseen.html"; }
+    int32_t ViewCount() override { return 0; }
+    TRef<INibEditView> View(int32_t) override { return nullptr; }
+    TRef<INibEditReader> CreateReader() override { return this; }
+    int32_t Read(int32_t offset, char* dest, int32_t count) override {
+        return static_cast<int32_t>(
+            std::string("<p>text").copy(dest, static_cast<size_t>(count), static_cast<size_t>(offset)));
+    }
+};
+
+TEST(BufferProducer, FileWithoutAView) {
+    auto producer = MakeRef<TMLBufferProducer>(TRef<INibSourceEditor>(MakeRef<TUnseenFile>()), 3);
+    EXPECT_EQ(producer->GetFilename(), "unseen.html");
+    ASSERT_TRUE(producer->FillBuffer());
+    EXPECT_STREQ(producer->BufferAtOffset(0), "text");
+    EXPECT_EQ(producer->BufferOffset(producer->BufferAtOffset(3)), 6);
+    EXPECT_FALSE(producer->FillBuffer());
+}
+
 TEST(BufferProducer, EmptyDocument) {
     auto producer = MakeRef<TMLBufferProducer>(TRef<INibEditView>(), 7);
     EXPECT_FALSE(producer->FillBuffer());

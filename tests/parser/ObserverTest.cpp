@@ -13,16 +13,18 @@ class TRecorder final : public TImplements<INibMLElementCallback> {
 public:
     void ElementParsed(void*, INibMLMarkupPos* element, TTagType type, int32_t start, int32_t end,
                        bool& stop) override {
+        if (start < FFrom) return;
         std::string name;
         if (auto tag = QueryAs<INibMLTag>(element)) name = ToUtf8(tag->GetName());
         if (auto attribute = QueryAs<INibMLTagAttribute>(element)) name = ToUtf8(attribute->GetName());
         if (auto node = QueryAs<INibMLTextNode>(element)) name = ToUtf8(node->GetText());
-        FSeen += std::string(TypeNames[type]) + "(" + name + ")" + std::to_string(start) + "-" +
-                 std::to_string(end) + " ";
+        FSeen += std::string(TypeNames[type]) + "(" + name + ")" + std::to_string(start - FFrom) + "-" +
+                 std::to_string(end - FFrom) + " ";
         stop = !FStopAt.empty() && name == FStopAt;
     }
     void Invalidate() override { FSeen += "invalid "; }
     std::string FSeen, FStopAt;
+    int32_t FFrom = 0;  // what begins before is not told of, and offsets count from here
 };
 
 /// A first parse settles the schema, so that the second is told of alone.
@@ -53,6 +55,33 @@ TEST(Observers, AreToldWhatLiesBeforeTheCaret) {
         {"<script>a<b</script>^", "open(script)0-8 text(a<b)6-10 close(script)11-20 text()18-20 "},
     };
     for (const auto& c : cases) EXPECT_EQ(Events(c.FText, {MakeRef<TRecorder>()}), c.FExpect) << c.FText;
+}
+
+// Wherever a block ends, all of a text is told, and told once.
+TEST(Observers, AcrossBlocks) {
+    const struct {
+        const char* FText;
+        bool FIsWrong = false;  // FIXME
+    } cases[] = {
+        {"<p/title=x>one<b>t</b>wo</p>^"},
+        {"<!--a-b--><?pi?><%a%b%><%--<%c%>--%>^"},
+        {"<?pi'a b'c?>^", true},  // the text of a string that is cut
+        {"<script>a<b</script><p>^"},
+        {"<!DOCTYPE/html'loose.dtd'><br/>^"},
+        {"<ul>\r\n<li class=x>\r\ntext\r\n</ul> ^"},
+    };
+    for (const auto& c : cases) {
+        std::string text = c.FText, expected, wrong;
+        for (size_t border = 0; border <= text.size() + 8; ++border) {
+            auto recorder = MakeRef<TRecorder>();
+            size_t fill = border ? TMLBufferProducer::BlockSize - border : 10;
+            recorder->FFrom = static_cast<int32_t>(fill) + 7;
+            std::string seen = Events("<!--" + std::string(fill, 'x') + "-->" + text, {recorder});
+            if (!border) expected = seen;
+            if (seen != expected) wrong = std::to_string(border) + ": " + seen;
+        }
+        EXPECT_EQ(!wrong.empty(), c.FIsWrong) << text << '\n' << wrong << "\ninstead of\n" << expected;
+    }
 }
 
 TEST(Observers, StopOnlyTogether) {
