@@ -6,10 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "host/HTMReg.h"
 #include "insight/HTMLCodCmplt.h"
 #include "lens/LensView.h"
 #include "memory/HostSession.h"
+#include "package/HTMReg.h"
 #include "parser/MLParser.h"
 
 namespace caretwell::bench {

@@ -8,9 +8,9 @@
 //     key -> OnEditorKey -> text and SetFilter, or Done
 #pragma once
 
-#include <caretwell/host/HTMReg.h>
 #include <caretwell/host/Platform.h>
 #include <caretwell/insight/MLCodeInsight.h>
+#include <caretwell/package/HTMReg.h>
 
 #include "Services.h"
 
@@ -25,7 +25,7 @@ public:
         : Services(std::move(services)), FPlatform(MakePlatform({.SchemaFolder = schemaFolder})) {
         SetPlatform(FPlatform.get());
         // Any of its interfaces stands for the object; the first is as good as another.
-        SetTarnwellIDEServices(static_cast<INibCodeInsightServices*>(Services.Get()));
+        SetTarnwellIDEServices(Services);
         SetGlobalKibitzManager(&Registry);
         Initialize();
         IDERegister();

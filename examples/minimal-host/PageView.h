@@ -11,7 +11,7 @@
 // gives the caret as an offset, and the engine then never needs the others for it.
 #pragma once
 
-#include <caretwell/markup/Hash.h>
+#include <caretwell/markup/Text.h>
 
 #include <functional>
 

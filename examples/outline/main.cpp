@@ -5,9 +5,9 @@
 // A parse tells every observer what it finds, in the order of the document, up to the
 // caret. So a program that wants the structure of a page needs no editor: no view, no
 // services, only a producer that reads the file and a caret that lies behind its end.
-#include <caretwell/host/HTMReg.h>
 #include <caretwell/host/Platform.h>
 #include <caretwell/insight/MLCodeInsight.h>
+#include <caretwell/package/HTMReg.h>
 #include <caretwell/parser/MLParser.h>
 
 #include <fstream>

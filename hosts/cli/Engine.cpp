@@ -3,11 +3,11 @@
 #include <algorithm>
 
 #include "cli/Failure.h"
-#include "host/HTMReg.h"
 #include "host/Paths.h"
 #include "lens/Lens.h"
 #include "lens/LensView.h"
 #include "markup/Text.h"
+#include "package/HTMReg.h"
 #include "stylesheet/CSSCodCmplt.h"
 #include "symbols/FileToSchemaMapper.h"
 

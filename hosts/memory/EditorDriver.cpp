@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "insight/HTMLCodCmplt.h"
+#include "caretwell/insight/MLCodeInsight.h"
 #include "markup/MLBufferProducer.h"
 #include "markup/Text.h"
 

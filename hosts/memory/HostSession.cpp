@@ -34,7 +34,7 @@ THostSession::THostSession(THostOptions options) : FOptions(std::move(options)) 
         for (auto& document : FDocuments) document->Driver().Detach();
     });
 
-    SetTarnwellIDEServices(static_cast<INibServices*>(FServices.Get()));
+    SetTarnwellIDEServices(FServices);
     SetPlatform(FPlatform.get());
     SetGlobalKibitzManager(&FRegistry);
 }

@@ -28,9 +28,9 @@
 #include <string>
 #include <string_view>
 
-#include "host/CharSet.h"
-#include "host/Export.h"
-#include "host/RefCounted.h"
+#include "caretwell/host/CharSet.h"
+#include "caretwell/host/Export.h"
+#include "caretwell/host/RefCounted.h"
 
 namespace caretwell {
 
@@ -267,6 +267,13 @@ CARETWELL_API IRefCounted* TarnwellIDEServices();
 /// Called by the host before anything else, and with null as the last thing. The engine
 /// keeps one reference in between.
 CARETWELL_API void SetTarnwellIDEServices(TRef<IRefCounted> services);
+/// The same for a class of several interfaces, which is no IRefCounted by one road alone.
+template <class T>
+requires(!std::is_convertible_v<T*, IRefCounted*>) void SetTarnwellIDEServices(const TRef<T>& services) {
+    void* root = nullptr;
+    if (services) services->Query(IRefCounted::Id, &root);
+    SetTarnwellIDEServices(TRef<IRefCounted>::Attach(static_cast<IRefCounted*>(root)));
+}
 
 /// Queries the host for a service; null if it has none.
 template <class I>

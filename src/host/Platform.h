@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/Export.h"
+#include "caretwell/host/Export.h"
 
 namespace caretwell {
 

@@ -13,7 +13,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "host/Guid.h"
+#include "caretwell/host/Guid.h"
 
 namespace caretwell {
 

@@ -8,10 +8,10 @@
 #include <string>
 #include <string_view>
 
-#include "host/Nibapi.h"
-#include "markup/MLBufferProducer.h"
-#include "markup/MLParserUtils.h"
-#include "parser/ParserContext.h"
+#include "caretwell/host/Nibapi.h"
+#include "caretwell/markup/MLBufferProducer.h"
+#include "caretwell/markup/MLParserUtils.h"
+#include "caretwell/parser/ParserContext.h"
 
 namespace caretwell {
 

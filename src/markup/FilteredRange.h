@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "markup/Text.h"
+#include "caretwell/markup/Text.h"
 
 namespace caretwell {
 

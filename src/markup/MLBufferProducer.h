@@ -7,7 +7,7 @@
 #include <istream>
 #include <string>
 
-#include "host/Nibapi.h"
+#include "caretwell/host/Nibapi.h"
 
 namespace caretwell {
 

@@ -11,8 +11,8 @@
 #include <string>
 #include <string_view>
 
-#include "host/Nibapi.h"
-#include "markup/Text.h"
+#include "caretwell/host/Nibapi.h"
+#include "caretwell/markup/Text.h"
 
 namespace caretwell {
 

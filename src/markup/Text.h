@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "host/CharSet.h"
-#include "host/Export.h"
+#include "caretwell/host/CharSet.h"
+#include "caretwell/host/Export.h"
 
 namespace caretwell {
 

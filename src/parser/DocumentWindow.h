@@ -8,8 +8,8 @@
 #include <cstdint>
 #include <string>
 
-#include "markup/MLBufferProducer.h"
-#include "parser/LineCounter.h"
+#include "caretwell/markup/MLBufferProducer.h"
+#include "caretwell/parser/LineCounter.h"
 
 namespace caretwell {
 

@@ -8,9 +8,9 @@
 #include <string>
 #include <string_view>
 
-#include "markup/MLParserUtils.h"
-#include "parser/NameKey.h"
-#include "tagmodel/HTMLTag.h"
+#include "caretwell/markup/MLParserUtils.h"
+#include "caretwell/parser/NameKey.h"
+#include "caretwell/tagmodel/HTMLTag.h"
 
 namespace caretwell {
 

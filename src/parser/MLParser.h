@@ -16,13 +16,13 @@
 #include <string_view>
 #include <vector>
 
-#include "markup/MLBufferProducer.h"
-#include "markup/MLParserUtils.h"
-#include "parser/DocumentWindow.h"
-#include "parser/LineCounter.h"
-#include "parser/ParserContext.h"
-#include "parser/TagStack.h"
-#include "symbols/MLSymbolManager.h"
+#include "caretwell/markup/MLBufferProducer.h"
+#include "caretwell/markup/MLParserUtils.h"
+#include "caretwell/parser/DocumentWindow.h"
+#include "caretwell/parser/LineCounter.h"
+#include "caretwell/parser/ParserContext.h"
+#include "caretwell/parser/TagStack.h"
+#include "caretwell/symbols/MLSymbolManager.h"
 
 namespace caretwell {
 

@@ -8,8 +8,8 @@
 #include <cstring>
 #include <string_view>
 
-#include "markup/NameMap.h"
-#include "markup/Text.h"
+#include "caretwell/markup/NameMap.h"
+#include "caretwell/markup/Text.h"
 
 namespace caretwell {
 

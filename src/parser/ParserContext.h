@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "markup/MLParserUtils.h"
+#include "caretwell/markup/MLParserUtils.h"
 
 namespace caretwell {
 

@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "parser/ElementTable.h"
+#include "caretwell/parser/ElementTable.h"
 
 namespace caretwell {
 

@@ -1,7 +1,7 @@
 // How a host reaches the style sheet manager, which it talks to as to any other.
 #pragma once
 
-#include "host/Nibapi.h"
+#include "caretwell/host/Nibapi.h"
 
 namespace caretwell {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "host/Nibapi.h"
+#include "caretwell/host/Nibapi.h"
 
 namespace caretwell {
 

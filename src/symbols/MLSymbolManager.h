@@ -13,13 +13,13 @@
 #include <string_view>
 #include <vector>
 
-#include "markup/MLParserUtils.h"
-#include "parser/ElementTable.h"
-#include "symbols/ContextFixups.h"
-#include "symbols/DocumentNamespaces.h"
-#include "tagmodel/AsciiCharList.h"
-#include "tagmodel/HTMLTag.h"
-#include "tagmodel/TagContext.h"
+#include "caretwell/markup/MLParserUtils.h"
+#include "caretwell/parser/ElementTable.h"
+#include "caretwell/symbols/ContextFixups.h"
+#include "caretwell/symbols/DocumentNamespaces.h"
+#include "caretwell/tagmodel/AsciiCharList.h"
+#include "caretwell/tagmodel/HTMLTag.h"
+#include "caretwell/tagmodel/TagContext.h"
 
 namespace caretwell {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "markup/FilteredRange.h"
+#include "caretwell/markup/FilteredRange.h"
 
 namespace caretwell {
 

@@ -9,7 +9,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "markup/MLParserUtils.h"
+#include "caretwell/markup/MLParserUtils.h"
 
 namespace caretwell {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "markup/MLParserUtils.h"
+#include "caretwell/markup/MLParserUtils.h"
 
 namespace caretwell {
 

@@ -1,10 +1,10 @@
 // Load, register, work, unload, over and over; what a late host still holds; what happens
 // before the beginning and after the end.
+#include <caretwell/symbols/FileToSchemaMapper.h>
+#include <caretwell/tagmodel/AttributeEditors.h>
 #include <malloc.h>
 
 #include "host/BadHost.h"
-#include "symbols/FileToSchemaMapper.h"
-#include "tagmodel/AttributeEditors.h"
 
 // The sanitizer's allocator answers here; without it the symbol is null.
 extern "C" __attribute__((weak)) size_t __sanitizer_get_current_allocated_bytes();
@@ -101,7 +101,7 @@ TEST(LifeCycle, ALateCallFindsTheManagersAlive) {
 
 TEST(LifeCycle, BeforeTheBeginning) {
     auto services = MakeRef<TBadServices>();
-    SetTarnwellIDEServices(static_cast<INibCodeInsightServices*>(services.Get()));
+    SetTarnwellIDEServices(services);
     auto platform = MakePlatform({.SchemaFolder = SchemaFolder()});
     SetPlatform(platform.get());
     TRegistry registry;
@@ -162,7 +162,7 @@ TEST(LifeCycle, WhatIsHeldAfterTheEndIsEmptyAndHarmless) {
         mapper = GetFileToSchemaMapperService();
         editors = GetMLEditorRegistry();
     }
-    SetTarnwellIDEServices(static_cast<INibCodeInsightServices*>(services.Get()));
+    SetTarnwellIDEServices(services);
     useAll();
     {
         TEngine engine(SchemaFolder(), services);

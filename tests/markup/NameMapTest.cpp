@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "markup/Text.h"
 #include "markup/NameMap.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 namespace {

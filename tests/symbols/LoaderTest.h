@@ -44,7 +44,7 @@ protected:
         FHost = MakeRef<TLoaderTestHost>();
         FPlatform = MakePlatform({.SchemaFolder = FFolder, .Settings = FHost.Get()});
         SetPlatform(FPlatform.get());
-        SetTarnwellIDEServices(static_cast<INibMessageServices*>(FHost.Get()));
+        SetTarnwellIDEServices(FHost);
         auto editors = GetMLEditorRegistry();
         editors->RegisterEditorClass("uri", [] { return MakeRef<THTMLURIAttributeEditor>(); });
         editors->RegisterEditorClass("color", [] { return MakeRef<THTMLColorAttributeEditor>(); });

@@ -1,6 +1,6 @@
-#include <caretwell/host/HTMReg.h>
 #include <caretwell/host/Platform.h>
 #include <caretwell/insight/MLCodeInsight.h>
+#include <caretwell/package/HTMReg.h>
 
 #include <cstdio>
 #include <sstream>

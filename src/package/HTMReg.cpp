@@ -1,4 +1,4 @@
-#include "host/HTMReg.h"
+#include "package/HTMReg.h"
 
 #include <iterator>
 #include <string>

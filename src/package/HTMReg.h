@@ -8,7 +8,7 @@
 // It may be loaded, registered and unloaded any number of times in one process.
 #pragma once
 
-#include "host/Export.h"
+#include "caretwell/host/Export.h"
 
 namespace caretwell {
 
