@@ -197,7 +197,7 @@ bool TTextBuffer::Replace(int32_t offset, int32_t count, std::string_view text) 
     Apply(start, change.Removed, change.Inserted);
     bool isContinued = FOpenSteps > 0 && FStepHasChange;
     if (!isContinued) FUndo.emplace_back();
-    FUndo.back().push_back(std::move(change));
+    FUndo.back().Changes.push_back(std::move(change));
     FStepHasChange = true;
     FRedo.clear();
     return true;
@@ -223,11 +223,12 @@ std::optional<int32_t> TTextBuffer::Undo() {
     if (FUndo.empty() || FIsReadOnly) return std::nullopt;
     TStep step = std::move(FUndo.back());
     FUndo.pop_back();
-    for (auto change = step.rbegin(); change != step.rend(); ++change)
+    const auto& changes = step.Changes;
+    for (auto change = changes.rbegin(); change != changes.rend(); ++change)
         Apply(change->Offset, change->Inserted, change->Removed);
     FStepHasChange = false;
-    const TChange& first = step.front();
-    int32_t place = first.Offset + static_cast<int32_t>(first.Removed.size());
+    const TChange& first = changes.front();
+    int32_t place = step.CaretBefore.value_or(first.Offset + static_cast<int32_t>(first.Removed.size()));
     FRedo.push_back(std::move(step));
     return place;
 }
@@ -236,12 +237,18 @@ std::optional<int32_t> TTextBuffer::Redo() {
     if (FRedo.empty() || FIsReadOnly) return std::nullopt;
     TStep step = std::move(FRedo.back());
     FRedo.pop_back();
-    for (const TChange& change : step) Apply(change.Offset, change.Removed, change.Inserted);
+    for (const TChange& change : step.Changes) Apply(change.Offset, change.Removed, change.Inserted);
     FStepHasChange = false;
-    const TChange& last = step.back();
-    int32_t place = last.Offset + static_cast<int32_t>(last.Inserted.size());
+    const TChange& last = step.Changes.back();
+    int32_t place = step.CaretAfter.value_or(last.Offset + static_cast<int32_t>(last.Inserted.size()));
     FUndo.push_back(std::move(step));
     return place;
+}
+
+void TUndoStep::NoteCaret(int32_t before, int32_t after) {
+    if (!FBuffer.FStepHasChange) return;
+    FBuffer.FUndo.back().CaretBefore = before;
+    FBuffer.FUndo.back().CaretAfter = after;
 }
 
 }  // namespace caretwell

@@ -97,7 +97,7 @@ public:
     // Undo. A change outside of any step is a step of its own.
     bool CanUndo() const { return !FUndo.empty(); }
     bool CanRedo() const { return !FRedo.empty(); }
-    /// Takes the last step back; the place where it began. Nothing if there is none.
+    /// Takes the last step back, or brings it back; the place for the caret. Nothing if there is none.
     std::optional<int32_t> Undo();
     std::optional<int32_t> Redo();
 
@@ -108,7 +108,10 @@ private:
         int32_t Offset;
         std::string Removed, Inserted;
     };
-    using TStep = std::vector<TChange>;
+    struct TStep {
+        std::vector<TChange> Changes;
+        std::optional<int32_t> CaretBefore, CaretAfter;
+    };
 
     size_t Clamp(int32_t offset) const;
     int32_t CharacterLength(int32_t offset) const;
@@ -133,6 +136,9 @@ public:
         if (FBuffer.FOpenSteps++ == 0) FBuffer.FStepHasChange = false;
     }
     ~TUndoStep() { --FBuffer.FOpenSteps; }
+    /// Where the caret was and is, so that undo and redo put it there. Without a change it
+    /// does nothing.
+    void NoteCaret(int32_t before, int32_t after);
     TUndoStep(const TUndoStep&) = delete;
     TUndoStep& operator=(const TUndoStep&) = delete;
 

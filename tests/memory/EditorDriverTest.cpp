@@ -68,6 +68,7 @@ struct TCase {
 
 void Style(TFakeManager& m) {
     m.FCloser = u";";
+    m.FOptionSet = "Tarnwell.EditOptions.StyleSheet";
     m.FRecorded = u"";
 }
 void Values(TFakeManager& m) { m.FIsValueList = true; }
@@ -75,7 +76,7 @@ void Chain(TFakeManager& m) { m.FIsChained = true; }
 void Aid(TFakeManager& m) { m.FBeforeInvoke = u"!"; }
 void Again(TFakeManager& m) { m.FRequestsWithin = true; }
 void Hidden(TFakeManager& m) { m.FIsShown = false; }
-void Kept(TFakeManager& m) { m.FKept = u"/p"; }
+void Kept(TFakeManager& m) { m.FKept = u"</p>"; }
 void Nothing(TFakeManager& m) { m.FWords.clear(); }
 
 const TCase Cases[] = {
@@ -86,13 +87,15 @@ const TCase Cases[] = {
     {"^", "<", "<^", "", Nothing},
     {"^", "<d", "<d^", "[div] dl"},
     {"^", "<dl", "<dl^", "[dl]"},
-    {"^", "<x", "<x^", "(empty)"},
-    {"^", "<x", "<x^", "[/p]", Kept},
-    {"^", "<d", "<d^", "/p [div] dl", Kept},
+    {"^", "<x", "<x^", ""},
+    {"^", "<x", "<x^", "[</p>]", Kept},
+    {"^", "<d", "<d^", "</p> [div] dl", Kept},
     {"^", "<x ", "<x ^", "", Kept},  // what stays whatever is typed was not looked for
-    {"^", "<x{T}", "</p^", "", Kept},
+    {"^", "<x{T}", "<x\t^", "", Kept},
+    {"^", "<x{D}{T}", "<</p>^", "", Kept},
     {"^", "<{S}{E}", "<body^", ""},
-    {"^", "<x{B}", "<^", "[body] break div dl p"},
+    {"^", "<dx{B}", "<d^", ""},  // a list without a line has ended
+    {"^", "<dl{B}", "<d^", "[div] dl"},
     {"^", "<d{B}{B}", "^", ""},  // the token's start is passed
     {"d^", "{S}", "d^", "[div] dl"},
     {"^", "<d{D}", "<d^", "div [dl]"},
@@ -103,13 +106,21 @@ const TCase Cases[] = {
     {"^", "<d{E}", "<div^", ""},
     {"^", "<d{D}{E}", "<dl^", ""},
     {"^", "<d{T}", "<div^", ""},
-    {"^", "<d>", "<div>^", ""},
-    {"^ x", "<d ", "<div^ x", ""},
+    {"^", "<d{D}>", "<dl>^", ""},
+    {"^ x", "<d{D} ", "<dl ^ x", ""},
     {"^", "<d{E}", "<div^", "", Values},
-    {"^", ":d;", ":div;^", "", Style},
+    {"^", ":d{D};", ":dl;^", "", Style},
+    {"^", ":d{D} ", ":dl ^", "[body] break div dl p", Style},  // and another value
+    {"^", ":d{E};", ":div;^", "", Style},                      // typed over
+    {"^", ":d{E}x;", ":div;x;^", "", Style},
     {"^", "<{T}", "<body^", ""},
     {"^", "{S}{E}", "body^", ""},
     {"^", "<{D}{E}", "<break^", ""},
+    // what is typed in full or in part stays, whatever it begins
+    {"^", "<d>", "<d>^", ""},
+    {"^", "<div>", "<div>^", ""},
+    {"^ x", "<d ", "<d ^ x", ""},
+    {"^", ":d;", ":d;^", "", Style},
     // keys that close without a choice are not lost
     {"^", "<{E}", "<\n^", ""},
     {"a\r\n^", "<{E}", "a\r\n<\r\n^", ""},
@@ -120,21 +131,24 @@ const TCase Cases[] = {
     {"^", "<x;", "<x;^", "", Style},
     {"^", "<x ", "<x ^", ""},
     {"^", ": ", ": ^", "[body] break div dl p", Style},  // still on the way to the word
-    {"^", ": d;", ": div;^", "", Style},
+    {"^", ": d{E}", ": div;^", "", Style},
     // neither a word nor the manager's business
     {"^", "<d.", "<d.^", ""},
     {"^", "<d:", "<d:^", "[body] break div dl p"},
-    {"^", "</", "</^", "[body] break div dl p"},
-    {"^", "</d{E}", "</div^", ""},
-    {"^", "</d>", "</d>^", ""},  // typed out, not to be completed
+    {"^", "</", "</^", ""},
+    {"^", "</", "</^", "[</p>]", Kept},
+    {"^", "</p{E}", "</p>^", "", Kept},
+    {"^", "</{E}", "</p>^", "", Kept},
+    {"^", "</d{E}", "</d\n^", "", Kept},
+    {"^", "</p>", "</p>^", "", Kept},
     {"^", "<d/", "<d/^", ""},
     {"^", ":/", ":/^", ""},
     // the next list
-    {"^", "<d ", "<div ^", "[body] break div dl p", Chain},
-    {"^", "<d p ", "<div p ^", "[body] break div dl p", Chain},
-    {"^", "<d {E}", "<div \n^", "", Chain},
+    {"^", "<d{T}", "<div ^", "[body] break div dl p", Chain},
+    {"^", "<d p ", "<d p ^", "[body] break div dl p", Chain},
+    {"^", "<d {E}", "<d \n^", "", Chain},
     {"^", "<", "<^", "[body] break div dl p", Again},
-    {"^", "<d>", "<!div>^", "", Aid},
+    {"^", "<d>", "<!d>^", "", Aid},
     // without a list
     {"a\r\n^b", "{B}", "a^b", ""},
     {"a\r^\nb", "{B}", "a^\nb", ""},
@@ -160,7 +174,7 @@ TEST(EditorDriver, Keys) {
 
 TEST(EditorDriver, OneKeyIsOneStep) {
     TPage page("^", Chain);
-    page.Press("<d ");  // the choice, its blank and the next list
+    page.Press("<d{T}");  // the choice, its blank and the next list
     EXPECT_TRUE(page.Driver().Undo());
     EXPECT_EQ(page.Text(), "<d^");
     EXPECT_TRUE(page.Driver().Undo());

@@ -89,7 +89,7 @@ public:
     void Clear() override { FFilter.clear(); }
     int32_t GetCount() override { return static_cast<int32_t>(Visible().size()); }
     bool GetSymbolIsReadWrite(int32_t) override { return false; }
-    bool GetSymbolIsAbstract(int32_t index) override { return GetSymbolText(index).starts_with(u'/'); }
+    bool GetSymbolIsAbstract(int32_t index) override { return GetSymbolText(index).starts_with(u"</"); }
     int32_t GetViewerSymbolFlags(int32_t) override { return 0; }
     int32_t GetViewerVisibilityFlags(int32_t) override { return 0; }
     int32_t GetProcDispatchFlags(int32_t) override { return 0; }

@@ -137,16 +137,29 @@ TEST(Manager, CancelledDialogWritesNothing) {
 }
 
 TEST(Manager, Typing) {
-    TStyleHost host;
-    TDocument& document = host.Open("a {^}");
-    document.Driver().OpenList();
-    for (char c : std::string("wi")) document.Driver().TypeChar(static_cast<char32_t>(c));
-    document.Driver().TypeChar('\t');
-    EXPECT_EQ(TextOf(document), "a {width:^}");
-    document.Driver().OpenListFor(':');
-    EXPECT_EQ(Items(document), "auto length...");
-    for (char c : std::string("au;")) document.Driver().TypeChar(static_cast<char32_t>(c));
-    EXPECT_EQ(document.Text().Text().substr(0, 14), "a {width:auto;");
+    struct TCase {
+        const char *FText, *FKeys, *FExpect, *FItems;
+        bool FAsks = false;
+    };
+    constexpr TCase Cases[] = {
+        {"a {^}", "wi\t", "a {width:^}", "auto length...", true},  // values follow a property
+        {"a {^}", "wi\n au\n", "a {width: auto;^}", "", true},
+        {"a {^}", "wi\n:au\n;", "a {width:auto;^}", "", true},  // typed over
+        // by hand
+        {"a {^}", "width: au;", "a {width: au;^}", "color columns margin width"},
+        {"a {^}", "width: auto 0;", "a {width: auto 0;^}", "color columns margin width"},
+        {"a {^}", "width: auto !important;", "a {width: auto !important;^}", "color columns margin width"},
+        {"a {^}", "width: l;", "a {width: l;^}", "color columns margin width"},  // no dialog
+        {"a {^}", "width:\nauto\n", "a {width:\nauto\n^}", ""},
+    };
+    for (const TCase& c : Cases) {
+        TStyleHost host;
+        TDocument& document = host.Open(c.FText);
+        if (c.FAsks) document.Driver().OpenList();
+        for (char key : std::string(c.FKeys)) document.Driver().TypeChar(static_cast<char32_t>(key));
+        EXPECT_EQ(TextOf(document), c.FExpect) << c.FKeys;
+        EXPECT_EQ(document.Driver().IsOpen() ? Items(document) : "", c.FItems) << c.FKeys;
+    }
 }
 
 TEST(Manager, Keys) {

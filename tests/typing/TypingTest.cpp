@@ -50,7 +50,8 @@ struct TCase {
 TEST(Typing, Elements) {
     const TCase cases[] = {
         {"<div>^\n", "<ul{Enter}", "<div><ul^\n"},
-        {"<div>^\n", "<ul>", "<div><ul>^</ul>\n"},  // the selected element and its closing tag
+        {"<div>^\n", "<ul>", "<div><ul>^</ul>\n"},           // its closing tag comes along
+        {"<div>^\n", "<u{Down}{Up}>", "<div><ul>^</ul>\n"},  // an element that was picked
         {"<div><di^\n", "{Ctrl+Space}{Enter}", "<div><div^\n"},
         {"<div>^\n", "{Ctrl+Space}{Down}{Enter}", "<div><a^\n"},  // the closing tag stands first
         {"<div>^\n", "{Ctrl+Space}{Enter}", "<div></div>^\n"},
@@ -59,9 +60,10 @@ TEST(Typing, Elements) {
         {"<p>x</p^\n", "{Ctrl+Space}", "<p>x</p^\n"},                    // nothing in a closing tag's name
         {"<div>^\n", "<u{Esc}", "<div><u^\n"},
         {"<div>^\n", "<xyz>", "<div><xyz>^</xyz>\n"},
-        {"^", "<ht>", "<html>^</html>"},
-        {"<ul><li>x^</ul>\n", "</u{Enter}", "<ul><li>x</ul^</ul>\n"},  // text before the tag is none of it
-        {"<b>\xC3\xA9^\xC3\xA9</b>\n", "<sp>", "<b>\xC3\xA9<span>^</span>\xC3\xA9</b>\n"},
+        {"^", "<ht{Enter}>", "<html>^</html>"},
+        {"<ul><li>x^\n", "</{Enter}", "<ul><li>x</li>^\n"},  // text before the tag is none of it
+        {"<div><ul><li>x^\n", "</d{Enter}", "<div><ul><li>x</div>^\n"},
+        {"<b>\xC3\xA9^\xC3\xA9</b>\n", "<sp{Enter}>", "<b>\xC3\xA9<span>^</span>\xC3\xA9</b>\n"},
     };
     for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys), c.FExpect) << c.FText << " + " << c.FKeys;
 }
@@ -71,7 +73,7 @@ TEST(Typing, Attributes) {
         {"<p>\n<a^\n", " ", "<p>\n<a ^\n"},                      // a blank opens nothing by itself
         {"<p>\n^\n", "<a ", "<p>\n<a ^\n [href target title]"},  // but behind a choice it does
         {"<p><a hr^>x</a>\n", "{Ctrl+Space}{Enter}", "<p><a href^>x</a>\n"},
-        {"<p><a hr^>x</a>\n", "{Ctrl+Space} ", "<p><a href= ^>x</a>\n [uri...]"},
+        {"<p><a hr^>x</a>\n", "{Ctrl+Space}{Tab}", "<p><a href=^>x</a>\n [uri...]"},
         {"<p><a ta^ = x>\n", "{Ctrl+Space}{Enter}", "<p><a target^ = x>\n"},
         {"<p><a href=x^>\n", "{Esc} ", "<p><a href=x ^>\n"},
         {"<p><a target=^>x\n", "{Ctrl+Space}{Enter}", "<p><a target=\"_blank\"^>x\n"},
@@ -114,18 +116,77 @@ TEST(Typing, Entities) {
         {"<p>^\n", "&am{Enter}", "<p>&amp;^\n"},
         {"<p>^;\n", "&am{Enter}", "<p>&amp^;\n"},
         {"<p>&am^p;\n", "{Ctrl+Space}{Enter}", "<p>&amp^p;\n"},
-        {"<p>^\n", "&am;", "<p>&amp;^\n"},
+        {"<p>^\n", "&am;", "<p>&am;^\n"},
+        {"<p>^\n", "&am{Enter};", "<p>&amp;^\n"},
         {"<p>^\n", "&am{Esc}", "<p>&am^\n"},
     };
     for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys), c.FExpect) << c.FText << " + " << c.FKeys;
 }
 
+// What is typed by hand, nothing taken from a list, comes out as it was typed.
+TEST(Typing, ByHand) {
+    const struct {
+        std::string FText, FTyped;
+        bool IsXml = false;
+    } cases[] = {
+        {"<p>^</p>\n", "Q & a session"},
+        {"<p>^</p>\n", "Tom & Jerry met a dog, M&M & AT&T is it"},
+        {"<p>^</p>\n", "x < y is a test &copy a b &lt; &eacute; &Eacute;"},
+        {"<ul><li>a</li>\n^</ul>\n", "<li>b</li>"},
+        {"<p>a\n^</p>\n", "<p class=\"x\">b</p>"},
+        {"<p><a href=\"x\">one^</a></p>\n", "<a href=\"y\">z</a>"},
+        {"<div>^</div>\n", "<HEAD><text><app a b c d></app></text></HEAD>"},
+        {"<p>^</p>\n",
+         "<input type=te name=x><input disabled name=\"x\"><option selected value=\"1\"></option>"},
+        {"<p>^</p>\n", "<p align = \"left\" dir =rtl title=\"a b\" lang='en'></p>"},
+        {"<div>^</div>\n", "<div x-data\n y></div><zz\n>z</zz>"},
+        {"^", "<html><head><title>Hi</title></head><body><ul><li>a<li>b</ul></body></html>"},
+        {"<ul>\n^\n</ul>\n", "<li>b</li>"},
+        {"<script>^</script>\n", "if (a < b && c > d) e('</p>');"},
+        {"<p><!-- ^ --></p>\n", "<b class=\"x\"> a > b"},
+        {"<p>^</p>\n", "</q></i >", true},
+        {"<p>^</p>\n", "<br /><b></b>", true},
+    };
+    THostOptions options;
+    options.SchemaFolder = CARETWELL_SOURCE_DIR "/schemas";
+    TTestHost host(std::move(options));
+    for (const auto& c : cases) {
+        std::string text = (c.IsXml ? "<?xml version=\"1.0\"?>\n" : "") + c.FText;
+        size_t caret = text.find('^');
+        text.erase(caret, 1);
+        host.OpenBytes(text, "page.html");
+        host.Document().View().SetCaretOffset(static_cast<int32_t>(caret));
+        Type(host.Driver(), c.FTyped);
+        text.insert(caret, c.FTyped + "^");
+        EXPECT_EQ(host.Text(), text) << c.FText << " + " << c.FTyped;
+    }
+}
+
+// What the engine has put in is its own until the caret leaves it or the text there changes.
+TEST(Typing, OwnText) {
+    const TCase cases[] = {
+        {"^", "<div><p>x</p></div>", "<div><p>x</p></div>^"},
+        {"^", "<div>{Left}{Right}</div>", "<div></div>^</div>"},
+        {"^", "<div>x{Backspace}</div>", "<div></div>^"},
+        {"^", "<div>\n</div>", "<div>\n</div>^"},
+        {"<p><a target^>x</a>\n", "{Enter}", "<p><a target\n^>x</a>\n"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys), c.FExpect) << c.FText << " + " << c.FKeys;
+    const TCase quoted[] = {
+        {"<p><a ^>x</a>\n", "target=\"_top\" c", "<p><a target=\"_top\" c^>x</a>\n"},
+        {"<p><a ^>x</a>\n", "target=_top\" c", "<p><a target=\"_top\" c^>x</a>\n"},
+        {"<p><a ^>x</a>\n", "target={Enter}\"", "<p><a target=\"_blank\"^>x</a>\n"},
+    };
+    for (const auto& c : quoted)
+        EXPECT_EQ(Typed(c.FText, c.FKeys, true), c.FExpect) << c.FText << " + " << c.FKeys;
+}
+
 TEST(Typing, XmlDeclaration) {
     const std::string head = "<?xml version=\"1.0\"?>\n";
     const TCase cases[] = {
-        {head + "<p><br^\n", ">", head + "<p><br />^\n [</p> a b br img span]"},
-        {head + "<p><br><br><img^ x\n", ">", head + "<p><br /><br /><img />^ x\n [</p> a b br img span]"},
-        {head + "<p><br >\n<br^\n", ">", head + "<p><br />\n<br />^\n [</p> a b br img span]"},
+        {head + "<p><br^\n", ">", head + "<p><br />^\n"},
+        {head + "<p><br><br><img^ x\n", ">", head + "<p><br /><br /><img />^ x\n"},
+        {head + "<p><br >\n<br^\n", ">", head + "<p><br />\n<br />^\n"},
     };
     for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys), c.FExpect) << c.FText << " + " << c.FKeys;
 }

@@ -1,0 +1,133 @@
+#include "typing/OwnText.h"
+
+#include <algorithm>
+
+#include "host/ViewHandles.h"
+#include "markup/Text.h"
+
+namespace caretwell {
+namespace {
+
+// No closing tag that anyone types over is longer.
+constexpr int32_t LongestAid = 300;
+
+// The characters of the line next to the caret: so many after it, or before it if negative.
+std::u16string ReadBeside(INibEditView& view, int32_t count) {
+    auto position = PositionOf(view);
+    auto block = BlockOf(view);
+    position->Save();
+    block->Save();
+    if (count < 0) block->Finish();
+    else block->Start();
+    position->MoveBy(0, count);
+    if (count < 0) block->Start();
+    else block->Finish();
+    std::u16string text = block->Text();
+    block->Restore();
+    position->Restore();
+    return text;
+}
+
+void DeleteAhead(INibEditView& view, std::u16string_view text) {
+    auto position = PositionOf(view);
+    int32_t count = CountCharacters(text);
+    position->MoveBy(0, count);
+    position->DeleteBack(count);
+}
+
+}  // namespace
+
+TOwnText::TBefore TOwnText::Look(INibEditView& view) {
+    return {CaretOffsetOf(view), ReadBeside(view, LongestAid)};
+}
+
+// Aids write next to the caret: a closing tag or a quote after it, a quote before it as
+// well, a slash before the ">" that was typed.
+void TOwnText::NoteAid(INibEditView& view, const TBefore& before) {
+    int32_t caret = CaretOffsetOf(view), moved = caret - before.Caret;
+    std::u16string ahead = ReadBeside(view, LongestAid);
+    if (ahead == before.Ahead) {
+        bool isSlash = (moved == 1 || moved == 2) && ReadBeside(view, -2) == u"/>";
+        if (!isSlash) return;
+        FSlash = moved;
+        FSlashEnd = caret;
+        return;
+    }
+    bool isQuote = ahead.starts_with(u'"') || ahead.starts_with(u'\'');
+    size_t size = isQuote ? 1 : ahead.find(u'>') + 1;
+    std::u16string_view rest = std::u16string_view(ahead).substr(size);
+    if (size == 0 || !before.Ahead.starts_with(rest)) return;
+    FAhead.insert(FAhead.begin(), ahead.substr(0, size));
+    if (isQuote && moved == 1) FBehind = ahead[0];
+}
+
+char16_t TOwnText::NoteChoice(INibEditView& view, std::u16string_view name) {
+    std::u16string last = ReadBeside(view, -1);
+    bool isOwn = last.size() == 1 &&
+                 std::u16string_view(u":;=\"'").find(last[0]) != std::u16string_view::npos &&
+                 !name.ends_with(last[0]);
+    FBehind = isOwn ? last[0] : u'\0';
+    return FBehind;
+}
+
+void TOwnText::Check(INibEditView& view, int32_t caret) {
+    if (CaretOffsetOf(view) != caret) return Forget();
+    if (FAhead.empty()) return;
+    std::u16string text;
+    for (const auto& aid : FAhead) text += aid;
+    if (ReadBeside(view, CountCharacters(std::u16string_view(text))) != text) FAhead.clear();
+}
+
+bool TOwnText::TypeOver(INibEditView& view, char32_t key) {
+    if (std::exchange(FBehind, u'\0') == key && key != 0) return true;
+    bool isAhead = !FAhead.empty() && FAhead.front().size() == 1 && FAhead.front()[0] == key;
+    if (!isAhead) return false;
+    FAhead.erase(FAhead.begin());
+    PositionOf(view)->MoveBy(0, 1);
+    return true;
+}
+
+void TOwnText::KeyTyped(INibEditView& view, char32_t key) {
+    if (key != '>' || (FAhead.empty() && FSlash == 0)) return;
+    std::u16string before = ReadBeside(view, -LongestAid);
+    size_t start = before.rfind(u"</");
+    if (!before.ends_with(u'>') || start == before.npos) return;
+    std::u16string_view tag = std::u16string_view(before).substr(start);
+    size_t end = tag.find_first_of(u" \t>");
+    if (tag.find_first_not_of(u" \t", end) != tag.size() - 1) return;
+    TakeSlash(view, tag);
+    TakeClosingTag(view, tag.substr(0, end));
+}
+
+// With a tag go those of the elements that it ends as well: "</ul>" ends an open "li".
+void TOwnText::TakeClosingTag(INibEditView& view, std::u16string_view name) {
+    auto isExact = [&](const std::u16string& aid) {
+        return aid.size() == name.size() + 1 && aid.starts_with(name);
+    };
+    auto isSame = [&](const std::u16string& aid) {
+        return aid.size() == name.size() + 1 && StartsWithText(std::u16string_view(aid), name);
+    };
+    auto found = std::find_if(FAhead.begin(), FAhead.end(), isExact);
+    if (found == FAhead.end()) found = std::find_if(FAhead.begin(), FAhead.end(), isSame);
+    if (found == FAhead.end()) return;
+    for (auto aid = FAhead.begin(); aid <= found; ++aid) DeleteAhead(view, *aid);
+    FAhead.erase(FAhead.begin(), found + 1);
+}
+
+// "<br />" that is followed by "</br>" was meant as "<br>".
+void TOwnText::TakeSlash(INibEditView& view, std::u16string_view tag) {
+    int32_t slash = std::exchange(FSlash, 0), length = CountCharacters(tag);
+    if (slash == 0 || CaretOffsetOf(view) != FSlashEnd + static_cast<int32_t>(ToUtf8(tag).size())) return;
+    auto position = PositionOf(view);
+    position->MoveBy(0, -length - 1);
+    position->DeleteBack(slash);
+    position->MoveBy(0, length + 1);
+}
+
+void TOwnText::Forget() {
+    FAhead.clear();
+    FBehind = 0;
+    FSlash = 0;
+}
+
+}  // namespace caretwell

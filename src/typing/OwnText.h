@@ -1,0 +1,52 @@
+// What the engine has put around the caret and nobody has typed: closing tags, quotes, the
+// slash of an empty element, a semicolon. Whoever types the same by hand types over it.
+//
+//     <ul><li>x^</li></ul>    + "</li>"   ->   <ul><li>x</li>^</ul>
+//     color: red;^            + ";"       ->   color: red;^
+//
+// It is remembered while the caret stands at it and the text there is the same, and no longer.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "caretwell/host/Nibapi.h"
+
+namespace caretwell {
+
+class TOwnText {
+public:
+    /// The text at a caret before the engine was asked to help.
+    struct TBefore {
+        int32_t Caret = 0;
+        std::u16string Ahead;
+    };
+    static TBefore Look(INibEditView& view);
+    /// What has been written since, by a typing aid.
+    void NoteAid(INibEditView& view, const TBefore& before);
+    /// A choice was written, and ends with a character that is not of its name. That
+    /// character; 0 if there is none.
+    char16_t NoteChoice(INibEditView& view, std::u16string_view name);
+
+    /// Forgets what is no longer where it was. caret: where the last key left it.
+    void Check(INibEditView& view, int32_t caret);
+    /// The key is there already: it is not to be typed. Moves the caret behind it.
+    bool TypeOver(INibEditView& view, char32_t key);
+    /// The key has been typed. One that ends a closing tag takes the engine's own away.
+    void KeyTyped(INibEditView& view, char32_t key);
+    void Forget();
+    bool HasClosingTag() const { return !FAhead.empty() && FAhead.front().size() > 1; }
+
+private:
+    void TakeClosingTag(INibEditView& view, std::u16string_view name);
+    void TakeSlash(INibEditView& view, std::u16string_view name);
+
+    std::vector<std::u16string> FAhead;  // from the caret on, the innermost first
+    char16_t FBehind = 0;                // directly before the caret
+    int32_t FSlash = 0;                  // characters of it, directly before the ">" at FSlashEnd
+    int32_t FSlashEnd = 0;               // byte offset behind that ">"
+};
+
+}  // namespace caretwell
