@@ -48,8 +48,7 @@ std::string Visit(TTestHost& host, int32_t caret, char16_t trigger, bool isCheck
     if (isChecked && driver.IsOpen()) Require(FaultOfList(host, driver.Filter()));
     int32_t size = host.Document().Text().Size();
     for (int32_t i = 0; isChecked && i < driver.ItemCount(); i += 7)
-        for (char16_t key : {u'\0', u' ', u'>'})
-            Require(FaultOfEdit(host.Manager().ComposeChoice(i, key), size));
+        for (char16_t key : {u'\0', u' ', u'>'}) Require(FaultOfEdit(host.Manager(), i, key, size));
     driver.Dismiss();
     while (driver.Undo()) continue;
     return outcome;

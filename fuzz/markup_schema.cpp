@@ -75,7 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
             Require(FaultOfList(host, host.Driver().Filter()));
             int32_t length = host.Document().Text().Size();
             for (int32_t i = 0; i < std::min(host.Driver().ItemCount(), 20); ++i)
-                Require(FaultOfEdit(host.Manager().ComposeChoice(i), length));
+                Require(FaultOfEdit(host.Manager(), i, 0, length));
             FilterInSteps(host, filter);
         }
         host.Driver().Dismiss();

@@ -16,7 +16,7 @@ public:
 
     /// False off the main thread, where the engine does nothing.
     bool IsAllowed() const { return FIsAllowed; }
-    /// True between entry and return of any call.
+    /// True between entry and return of any call on this thread.
     static bool IsUnderWay();
 
 private:

@@ -13,24 +13,23 @@ TRef<IRefCounted>& Services() {
     return services;
 }
 INibKibitzRegistry* Registry = nullptr;
-int CallsUnderWay = 0;  // of the main thread; no other one counts
+thread_local int CallsUnderWay = 0;
 
 }  // namespace
 
 IRefCounted* TarnwellIDEServices() { return Services().Get(); }
 void SetTarnwellIDEServices(TRef<IRefCounted> services) { Services() = std::move(services); }
 
+// Counted before the host is asked for its thread: it may answer by calling the engine.
 TEngineCall::TEngineCall() noexcept : FIsAllowed(false) {
+    ++CallsUnderWay;
     try {
         FIsAllowed = GetPlatform().IsMainThread();
     } catch (...) {
         // A host that cannot tell its threads apart gets no answer.
     }
-    if (FIsAllowed) ++CallsUnderWay;
 }
-TEngineCall::~TEngineCall() {
-    if (FIsAllowed) --CallsUnderWay;
-}
+TEngineCall::~TEngineCall() { --CallsUnderWay; }
 bool TEngineCall::IsUnderWay() { return CallsUnderWay > 0; }
 
 INibKibitzRegistry* GlobalKibitzManager() { return Registry; }

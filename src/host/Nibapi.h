@@ -27,6 +27,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "caretwell/host/CharSet.h"
 #include "caretwell/host/Export.h"
@@ -372,6 +373,50 @@ struct INibCodeInsightManager : IRefCounted {
     /// that closed the list where that is part of it; may ask for the next list.
     virtual void Done(bool accepted, bool& displayParams) = 0;
     virtual std::string GetOptionSetName() = 0;  ///< for INibOptionServices
+};
+
+// ------------------------------------------ what a choice or a key would write
+
+/// A change of the document that is not made yet. Start, End are byte offsets of the text
+/// as it is, Caret is one of the text as it will be.
+struct TNibEdit {
+    int32_t Start = 0;    ///< what goes begins here
+    int32_t End = 0;      ///< and ends here; equal to Start where nothing goes
+    std::u16string Text;  ///< what comes in its place
+    int32_t Caret = 0;    ///< where the caret stands afterwards
+    /// Not empty where a dialog of the host has to supply the text ("color", "uri",
+    /// "length"): Done opens it, nothing else does. Start to End is then what its answer
+    /// replaces, and Text is empty.
+    std::string EditorId;
+};
+
+/// What became of the key that closed a list.
+enum class TNibKeyUse : int32_t {
+    Unused,   ///< nothing was written for it: the host goes on as if no list had been open
+    Used,     ///< it stands for what Done wrote, and must not be typed
+    Written,  ///< it is in the text now, directly before the caret: the host asks
+              ///< GetCodeInsightType about it as about any other typed character
+};
+
+/// Asked of a manager by query, for hosts that show or send an edit before they make it.
+/// None of these calls writes, moves the caret or opens a dialog.
+struct INibEditComposer : IRefCounted {
+    static constexpr TGuid Id = Guid("6d0a57c4-93b5-4c0f-8f43-2f6c0a8be7d1");
+    using Parent = IRefCounted;
+    /// What Done would write, if the item at index of the open list were chosen by key: 0
+    /// (or 13) for Enter, 9 for Tab, else the character, as OnEditorKey is told it. False,
+    /// and edit is empty, where nothing would be written. The text may have grown since the
+    /// list was opened, by what the user has typed for the filter.
+    virtual bool ComposeChoice(int32_t index, char16_t key, TNibEdit& edit) = 0;
+    /// What InvokeCodeCompletion would write at the caret before it offers a list, for the
+    /// key that GetCodeInsightType was last told: closing tags, slashes of empty elements,
+    /// quotes. It parses the view as an invocation does. The edits follow each other
+    /// without overlapping; all offsets are those of the text before the first of them, and
+    /// Caret, the same in all, is that of the text behind the last. A host that makes them
+    /// itself gives a buffer without a writer to InvokeCodeCompletion, which then writes none.
+    virtual void ComposeAids(std::vector<TNibEdit>& edits) = 0;
+    /// Of the last Done.
+    virtual TNibKeyUse GetKeyUse() = 0;
 };
 
 /// What kind of list is open, for the host's display.

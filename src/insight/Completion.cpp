@@ -1,10 +1,9 @@
 // From choice to text: what happens when the list closes.
 #include "host/ValueScope.h"
 #include "host/ViewHandles.h"
-#include "insight/CompletionChoice.h"
-#include "insight/Guard.h"
 #include "insight/HTMLCodCmplt.h"
 #include "parser/MLParser.h"
+#include "tagmodel/AttributeEditors.h"
 
 namespace caretwell {
 
@@ -16,125 +15,108 @@ TMLKibitzManager::TChoice TMLKibitzManager::GetChoice(char16_t key) {
     choice.View = services->CurrentEditView();
     if (auto list = services->CurrentList()) {
         choice.Index = list->SelectedIndex();
-        if (choice.Index >= 0) choice.Selected = list->SelectedText();
+        if (choice.IsMade()) choice.Selected = list->SelectedText();
     }
     return choice;
 }
 
-TChoiceEdit TMLKibitzManager::ComposeChoice(int32_t index, char16_t key) {
-    TChoiceEdit edit;
-    Guarded(FSymbols, [&] {
-        TChoice choice;
-        choice.Key = key;
-        choice.Index = index >= 0 && index < GetCount() ? index : -1;
-        if (choice.Index >= 0) choice.Selected = GetSymbolText(index);
-        auto services = GetService<INibCodeInsightServices>();
-        choice.View = services ? services->CurrentEditView() : nullptr;
-        if (choice.View) edit = Compose(choice);
-    });
-    return edit;
-}
-
 void TMLKibitzManager::Done(bool accepted, bool& displayParams) {
     displayParams = false;
-    Guarded(FSymbols, [&] {
-        TChoice choice = GetChoice(FCompletionKey);
+    FKeyUse = TNibKeyUse::Unused;
+    Guarded([&] {
+        TChoice choice = GetChoice(std::exchange(FCompletionKey, u'\0'));  // it ends one list only
+        // A list that was dismissed writes nothing but the key that did it.
+        bool isDismissed = !accepted && (choice.Key == 0 || choice.Key == u' ' || choice.Key == u'\t');
         if (!choice.View) return;
-        // A list that was dismissed writes nothing, but the tail runs.
-        bool isWritten = !IsCloser(choice.Key) || (accepted && choice.Index >= 0);
-        if (isWritten) WriteChoice(choice);
-        FinishChoice(choice.Key, choice.View.Get());
+        bool isWritten = !isDismissed && WriteChoice(choice);
+        if (accepted && choice.IsMade()) NoteListKey();
+        FinishChoice(choice, isWritten);
     });
 }
 
-void TMLKibitzManager::WriteChoice(const TChoice& choice) {
-    TListKind kind = GetListKind();
+bool TMLKibitzManager::WriteChoice(const TChoice& choice) {
     INibEditView& view = *choice.View;
-    if (IsCloser(choice.Key) && kind == TListKind::Values) {
-        auto tag = FSymbols.GetCurrentTag();
-        ExecuteAttributeEditor(DescribeValue(view), choice.Index,
-                               tag ? tag->GetName() : std::u16string_view());
-        return;
+    TEdit edit = Compose(choice);
+    if (edit.EditorId.empty()) return Write(edit, view, FForceDelete);
+    auto editor = GetEditorOf(choice);
+    auto tag = FSymbols.GetCurrentTag();
+    if (GetListKind() == TListKind::Values) {
+        TRef<INibMLTagAttribute> attribute = GetParser().FCurrentAttribute;
+        return editor->Execute(attribute.Get(), choice.Index) &&
+               Write(ComposeValue(choice, editor->GetValue()), view, FForceDelete);
     }
-    if (IsCloser(choice.Key) && kind == TListKind::Attributes && ExecuteTagEditor(view)) return;
-    if (IsCloser(choice.Key) && kind == TListKind::Elements && ExecuteElementEditor(view, choice.Index))
-        return;
-    ApplyEdit(Compose(choice), view, FForceDelete);
+    auto item = FSymbols.GetMLTag(choice.Index);
+    bool isElement = GetListKind() == TListKind::Elements;
+    bool isWritten = isElement ? ExecuteElementEditor(*editor, *item, view) : ExecuteTagEditor(*editor, view);
+    if (isWritten) FKeyUse = TNibKeyUse::Used;
+    return isWritten || Write(ComposePlain(choice), view, FForceDelete);
 }
 
 // The elements that the parse added for this list go, and a blank opens the next one:
-// this is what chains the lists.
-void TMLKibitzManager::FinishChoice(char16_t key, INibEditView* view) {
+// this is what chains the lists. In text only a chosen element has a next list; the words
+// of a sentence do not.
+void TMLKibitzManager::FinishChoice(const TChoice& choice, bool isWritten) {
     FSymbols.RemoveFixupElements(FSymbols.GetCurrentTag().Get());
-    if (key != u' ' && key != u'\t') return;
-    auto position = PositionOf(*view);
-    if (!position->TakeText(TCharSet(">"), INibEditPosition::TakeBackwards).empty()) return;
+    if (choice.Key != u' ' && choice.Key != u'\t') return;
     const TMLParser& parser = GetParser();
-    if (parser.FCaretInTagName || parser.FInTag) {
+    bool isInTag = parser.FCaretInTagName || parser.FInTag;
+    if (!isInTag && !(isWritten && GetListKind() == TListKind::Elements)) return;
+    auto position = PositionOf(*choice.View);
+    if (!position->TakeText(TCharSet(">"), INibEditPosition::TakeBackwards).empty()) return;
+    if (!isWritten) {
         TValueScope<bool> inserting(FInsertingBlank, true);
-        position->InsertChar(key);
+        position->InsertChar(choice.Key);
+        FKeyUse = TNibKeyUse::Written;
     }
-    InvokeCompletion(*view);
+    // A host that does not wait may end a list inside of this, which is another key's.
+    TNibKeyUse use = FKeyUse;
+    InvokeCompletion(*choice.View);
+    FKeyUse = use;
 }
 
 // ---- editors
 
-/// An editor for the whole tag, which replaces it.
-bool TMLKibitzManager::ExecuteTagEditor(INibEditView& view) {
+/// The editor that supplies what the choice writes; null if the item itself does.
+TRef<INibMLEditor> TMLKibitzManager::GetEditorOf(const TChoice& choice) {
     auto tag = FSymbols.GetCurrentTag();
-    auto editor = tag ? FSymbols.GetTagEditorFromHashList(tag->GetName()) : nullptr;
-    if (!editor || !editor->Execute(tag.Get(), 0)) return false;
-    TChoiceEdit edit;
-    edit.Way = TChoiceEdit::ceWrite;
+    switch (GetListKind()) {
+        case TListKind::Entities: return nullptr;
+        case TListKind::Attributes: return tag ? FSymbols.GetTagEditorFromHashList(tag->GetName()) : nullptr;
+        case TListKind::Elements: {
+            auto item = FSymbols.GetMLTag(choice.Index);
+            bool isElement = item && !Supports<INibMLClosingTag>(item);
+            return isElement ? FSymbols.GetTagEditorFromHashList(item->GetName()) : nullptr;
+        }
+        case TListKind::Values: break;
+    }
+    TRef<INibMLTagAttribute> attribute;
+    auto editor = FSymbols.GetAttributeEditorFromHashList(GetParser().FCurrentAttribute->GetName(), attribute,
+                                                          tag ? tag->GetName() : std::u16string_view());
+    bool isOwn = editor && editor->GetEditorId() != TDefaultAttributeEditor::EDITOR_ID;
+    return isOwn ? editor : nullptr;
+}
+
+/// An editor for the whole tag, which replaces it.
+bool TMLKibitzManager::ExecuteTagEditor(INibMLEditor& editor, INibEditView& view) {
+    auto tag = FSymbols.GetCurrentTag();
+    if (!editor.Execute(tag.Get(), 0)) return false;
+    TEdit edit;
+    edit.Way = TEdit::TWay::Writer;
     edit.Start = tag->GetOffsetStart();
     edit.End = tag->GetOffsetEnd();
-    edit.Text = editor->GetValue();
-    ApplyEdit(edit, view, true);
+    edit.Text = editor.GetValue();
+    Apply(edit, view, true);
     return true;
 }
 
 /// An editor for an element that is being added.
-bool TMLKibitzManager::ExecuteElementEditor(INibEditView& view, int32_t index) {
-    auto tag = FSymbols.GetCurrentTag();
-    auto item = tag ? tag->GetTags(index) : nullptr;
-    auto editor = item ? FSymbols.GetTagEditorFromHashList(item->GetName()) : nullptr;
-    if (!editor || Supports<INibMLClosingTag>(item) || !editor->Execute(item.Get(), 0)) return false;
-    TChoiceEdit edit;
-    edit.Way = TChoiceEdit::ceInsert;
-    edit.Text = editor->GetValue();
-    edit.MoveCaretBy = editor->RelativeMoveCaretPos();
-    ApplyEdit(edit, view, FForceDelete);
-    if (editor->InvokeCodeCompletion()) InvokeCompletion(view);
+bool TMLKibitzManager::ExecuteElementEditor(INibMLEditor& editor, INibMLTag& item, INibEditView& view) {
+    if (!editor.Execute(&item, 0)) return false;
+    Apply(ComposeAtCaret(view, editor.GetValue()), view);
+    PositionOf(view)->MoveBy(0, editor.RelativeMoveCaretPos());
+    view.Repaint();
+    if (editor.InvokeCodeCompletion()) InvokeCompletion(view);
     return true;
-}
-
-bool TMLKibitzManager::ExecuteAttributeEditor(const TAttributeEdit& request, int32_t index,
-                                              std::u16string_view tagName) {
-    bool isWritten = false;
-    Guarded(FSymbols, [&] {
-        TRef<INibMLTagAttribute> attribute;
-        auto editor = FSymbols.GetAttributeEditorFromHashList(request.AttributeName, attribute, tagName);
-        TValueScope<bool> quoting(FAutoQuote, true);
-        if (!editor || !editor->Execute(attribute.Get(), index)) return;
-        TAttributeEdit edit = request;
-        edit.AttributeName = attribute->GetName();
-        edit.NewValue = editor->GetValue();
-        isWritten = ApplyAttributeValue(edit);
-    });
-    return isWritten;
-}
-
-bool TMLKibitzManager::ApplyAttributeValue(const TAttributeEdit& value) {
-    bool isWritten = false;
-    Guarded(FSymbols, [&] {
-        if (!value.View) return;
-        INibEditView& view = *value.View;
-        TChoiceEdit edit = ComposeAttributeValue(value);
-        isWritten = ApplyEdit(edit, view, FForceDelete);
-        if (isWritten && value.MoveCaret && !value.NewValue.empty())
-            view.SetCaretPos(view.CharPosToEditPos(view.OffsetToCharPos(edit.CaretOffset)));
-    });
-    return isWritten;
 }
 
 }  // namespace caretwell

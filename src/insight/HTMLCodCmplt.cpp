@@ -5,8 +5,8 @@
 #include <memory>
 
 #include "host/Paths.h"
-#include "host/Platform.h"
 #include "parser/MLParser.h"
+#include "schema/XMLSchema.h"
 #include "symbols/FileToSchemaMapper.h"
 
 namespace caretwell {
@@ -25,13 +25,10 @@ std::shared_ptr<TMLSymbolManager>& Symbols() {
     return symbols;
 }
 
-// The list is read often and is cheap to read: what it needs is no more than this.
-bool IsOtherThread() { return !GetPlatform().IsMainThread(); }
-
 }  // namespace
 
 TRef<INibMLCodeInsightManager> MarkupLanguageManager() {
-    if (IsOtherThread()) return nullptr;
+    if (!TEngineCall().IsAllowed()) return nullptr;
     if (!Manager()) Manager() = MakeRef<TMLKibitzManager>();
     return Manager();
 }
@@ -50,10 +47,12 @@ void ReleaseMarkupLanguageManager() {
 
 TMLKibitzManager::TMLKibitzManager() : FSymbols(MLSymbolManager()), FSymbolsOwner(Symbols()) {}
 
-// Hosts built before the current identifier ask for the same interface by the older one.
-bool TMLKibitzManager::Query(const TGuid& id, void** out) noexcept {
-    bool isOlder = id == INibCodeInsightManager::OlderId;
-    return TImplements::Query(isOlder ? INibCodeInsightManager::Id : id, out);
+// A parse may raise (a free XML document whose schema is malformed, an observer, a host
+// that fails).
+void TMLKibitzManager::Report(const std::exception& problem) const {
+    if (auto* schema = dynamic_cast<const EXMLSchemaError*>(&problem))
+        FSymbols.Error(schema->FFileName, schema->what(), "Failure", schema->FLine, 0);
+    else FSymbols.Error(FSymbols.GetSchemaFile(), problem.what(), "Failure", 0, 0);
 }
 
 bool TMLKibitzManager::IsASCXFile() { return ExtensionOf(FSymbols.GetFileName()) == ".ascx"; }
@@ -81,23 +80,23 @@ TListKind TMLKibitzManager::GetListKind() const {
 // ---- INibCodeInsightSymbolList
 
 int32_t TMLKibitzManager::GetCount() {
-    if (IsOtherThread()) return 0;
-    const TMLParser& parser = GetParser();
-    auto current = FSymbols.GetCurrentTag();
-    switch (GetListKind()) {
-        case TListKind::Entities: return FSymbols.GetCharList().GetCount();
-        case TListKind::Values: return parser.FCurrentAttribute->GetCount();
-        case TListKind::Elements:
-            return current && !parser.FInClosingTag ? FSymbols.GetListOwner()->GetTagCount() : 0;
-        case TListKind::Attributes:
-            return current && !parser.FInClosingTag ? current->GetAttributeCount() : 0;
-    }
-    return 0;
+    return Guarded(0, [&] {
+        auto current = FSymbols.GetCurrentTag();
+        bool hasNames = current && !GetParser().FInClosingTag;
+        switch (GetListKind()) {
+            case TListKind::Entities: return FSymbols.GetCharList().GetCount();
+            case TListKind::Values: return GetParser().FCurrentAttribute->GetCount();
+            case TListKind::Elements: return hasNames ? FSymbols.GetListOwner()->GetTagCount() : 0;
+            case TListKind::Attributes: return hasNames ? current->GetAttributeCount() : 0;
+        }
+        return 0;
+    });
 }
 
 bool TMLKibitzManager::GetSymbolIsAbstract(int32_t index) {
-    if (IsOtherThread()) return false;
-    return GetListKind() == TListKind::Elements && Supports<INibMLClosingTag>(FSymbols.GetMLTag(index));
+    return Guarded(false, [&] {
+        return GetListKind() == TListKind::Elements && Supports<INibMLClosingTag>(FSymbols.GetMLTag(index));
+    });
 }
 
 int32_t TMLKibitzManager::FindIdent(std::u16string_view ident) {
@@ -105,37 +104,39 @@ int32_t TMLKibitzManager::FindIdent(std::u16string_view ident) {
     return FindSymIndex(ident, index) ? index : -1;
 }
 
-// An entity is found by its place only, which is not a match.
 bool TMLKibitzManager::FindSymIndex(std::u16string_view ident, int32_t& index) {
-    if (IsOtherThread()) return false;
-    TListKind kind = GetListKind();
-    if (kind == TListKind::Entities) {
-        index = FSymbols.GetCharList().FindIndex(ident);
+    return Guarded(false, [&] {
+        TListKind kind = GetListKind();
+        if (kind == TListKind::Entities) {
+            auto& entities = FSymbols.GetCharList();
+            index = entities.FindIndex(ident);
+            return index != -1 && StartsWithText(entities.GetItem(index), ident);
+        }
+        index = -1;
+        if (kind == TListKind::Values) {
+            index = GetParser().FCurrentAttribute->FindSymbol(ident);
+            return index != -1;
+        }
+        if (auto owner = FSymbols.GetListOwner()) index = owner->FindSymbol(ident);
+        if (index != -1) return true;
+        if (GetCount() == 0) index = 0;
         return false;
-    }
-    index = -1;
-    if (kind == TListKind::Values) {
-        index = GetParser().FCurrentAttribute->FindSymbol(ident);
-        return index != -1;
-    }
-    if (auto owner = FSymbols.GetListOwner()) index = owner->FindSymbol(ident);
-    if (index != -1) return true;
-    if (GetCount() == 0) index = 0;
-    return false;
+    });
 }
 
 void TMLKibitzManager::SetFilter(std::u16string_view text) {
-    if (IsOtherThread()) return;
-    TListKind kind = GetListKind();
-    if (kind == TListKind::Entities) return FSymbols.GetCharList().SetFilter(text);
-    auto owner = FSymbols.GetListOwner();
-    if (!owner) return;
-    if (kind == TListKind::Values) GetParser().FCurrentAttribute->SetFilter(text);
-    else owner->SetFilter(text);
+    Guarded([&] {
+        TListKind kind = GetListKind();
+        if (kind == TListKind::Entities) return FSymbols.GetCharList().SetFilter(text);
+        auto owner = FSymbols.GetListOwner();
+        if (!owner) return;
+        if (kind == TListKind::Values) GetParser().FCurrentAttribute->SetFilter(text);
+        else owner->SetFilter(text);
+    });
 }
 
 /// What SetFilter wrote.
-std::u16string TMLKibitzManager::GetFilter() {
+std::u16string TMLKibitzManager::GetFilter() const {
     TListKind kind = GetListKind();
     if (kind == TListKind::Entities) return std::u16string(FSymbols.GetCharList().GetFilter());
     auto owner = FSymbols.GetListOwner();
@@ -145,33 +146,36 @@ std::u16string TMLKibitzManager::GetFilter() {
 }
 
 std::u16string TMLKibitzManager::GetSymbolText(int32_t index) {
-    if (IsOtherThread()) return {};
-    auto owner = FSymbols.GetListOwner();
-    switch (GetListKind()) {
-        case TListKind::Entities: return std::u16string(FSymbols.GetCharList().GetItem(index));
-        case TListKind::Values: return {};
-        case TListKind::Elements: {
-            auto tag = FSymbols.GetMLTag(index);
-            return tag ? std::u16string(tag->GetName()) : std::u16string();
+    return Guarded(std::u16string(), [&]() -> std::u16string {
+        switch (GetListKind()) {
+            case TListKind::Entities: return std::u16string(FSymbols.GetCharList().GetItem(index));
+            case TListKind::Values: return {};
+            case TListKind::Elements: {
+                auto tag = FSymbols.GetMLTag(index);
+                return tag ? std::u16string(tag->GetName()) : std::u16string();
+            }
+            case TListKind::Attributes: {
+                auto owner = FSymbols.GetListOwner();
+                auto attribute = owner ? owner->GetAttribute(index) : nullptr;
+                return attribute ? std::u16string(attribute->GetName()) : std::u16string();
+            }
         }
-        case TListKind::Attributes: {
-            auto attribute = owner ? owner->GetAttribute(index) : nullptr;
-            return attribute ? std::u16string(attribute->GetName()) : std::u16string();
-        }
-    }
-    return {};
+        return {};
+    });
 }
 
 std::u16string TMLKibitzManager::GetSymbolTypeText(int32_t index) {
-    if (IsOtherThread()) return {};
-    switch (GetListKind()) {
-        case TListKind::Entities: return {};
-        case TListKind::Values: return u" " + std::u16string(GetParser().FCurrentAttribute->GetValue(index));
-        case TListKind::Attributes: return u" ";
-        case TListKind::Elements: break;
-    }
-    if (!Supports<INibMLClosingTag>(FSymbols.GetMLTag(index))) return {};
-    return std::u16string(LineText) + ToUtf16(std::to_string(FSymbols.GetLineNumber(index)));
+    return Guarded(std::u16string(), [&]() -> std::u16string {
+        switch (GetListKind()) {
+            case TListKind::Entities: return {};
+            case TListKind::Values:
+                return u" " + std::u16string(GetParser().FCurrentAttribute->GetValue(index));
+            case TListKind::Attributes: return u" ";
+            case TListKind::Elements: break;
+        }
+        if (!Supports<INibMLClosingTag>(FSymbols.GetMLTag(index))) return {};
+        return std::u16string(LineText) + ToUtf16(std::to_string(FSymbols.GetLineNumber(index)));
+    });
 }
 
 std::u16string TMLKibitzManager::GetSymbolClassText(int32_t) {

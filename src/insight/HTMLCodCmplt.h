@@ -11,11 +11,13 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
-#include "insight/Choice.h"
 #include "insight/MLCodeInsight.h"
+#include "markup/Edit.h"
 #include "markup/MLBufferProducer.h"
+#include "markup/ManagerBase.h"
 #include "parser/ParserContext.h"
 #include "symbols/MLSymbolManager.h"
 
@@ -25,51 +27,34 @@ namespace caretwell {
 enum class TListKind { Entities, Elements, Values, Attributes };
 
 class TMLKibitzManager final
-    : public TImplements<INibMLCodeInsightManager, ISymbolManagerAccessor, INibInsightContext,
-                         INibInsightDraw, INibCodeInsightSymbolList> {
+    : public TManagerBase<INibMLCodeInsightManager, ISymbolManagerAccessor, INibInsightDraw> {
 public:
     TMLKibitzManager();
-    bool Query(const TGuid& id, void** out) noexcept override;
-
-    // ---- The list and the choice, for hosts that show an edit before it is made.
 
     TListKind GetListKind() const;
-    /// What choosing an item of the open list would write; touches nothing. key is the
-    /// key that closes the list, 0 for Enter.
-    TChoiceEdit ComposeChoice(int32_t index, char16_t key = 0);
+
+    // ---- INibEditComposer
+    bool ComposeChoice(int32_t index, char16_t key, TNibEdit& edit) override;
+    void ComposeAids(std::vector<TNibEdit>& edits) override;
 
     // ---- ISymbolManagerAccessor
     TMLSymbolManager* GetSymbolManager() override { return &FSymbols; }
 
     // ---- INibInsightContext
-    bool GetTypeInfoCount(int32_t&) override { return false; }
-    bool GetTypeInfo(int32_t) override { return false; }
-    bool GetIDsOfNames(std::u16string_view, int32_t&) override { return false; }
-    bool Invoke(int32_t) override { return false; }
     uint8_t GetContext() override { return FContext; }
 
     // ---- INibCodeInsightManager
     std::string GetName() override { return "Markup Language"; }
     std::string GetIDString() override { return "Tarnwell.CodeInsight.HTML"; }
-    bool GetEnabled() override { return FEnabled; }
-    void SetEnabled(bool value) override { FEnabled = value; }
     TCharSet EditorTokenValidChars(bool preValidating) override;
-    void AllowCodeInsight(bool&, char16_t) override {}
-    bool PreValidateCodeInsight(std::u16string_view) override { return true; }
     bool IsViewerBrowsable(int32_t index) override;
-    bool GetMultiSelect() override { return false; }
-    void GetSymbolList(TRef<INibCodeInsightSymbolList>& list) override { list = this; }
     void OnEditorKey(char16_t key, bool& closeViewer, bool& accept) override;
     bool HandlesFile(std::string_view fileName) override;
     std::u16string GetLongestItem() override;
-    void GetParameterList(TRef<INibCodeInsightParameterList>& list) override { list = nullptr; }
     void GetCodeInsightType(char16_t c, int32_t element, TNibCodeInsightType& type,
                             TNibInvokeType& invokeType) override;
     bool InvokeCodeCompletion(TNibInvokeType howInvoked, std::u16string& text) override;
-    bool InvokeParameterCodeInsight(TNibInvokeType, int32_t&) override { return false; }
-    void ParameterCodeInsightAnchorPos(TNibEditPos&) override {}
     int32_t ParameterCodeInsightParamIndex(TNibEditPos) override { return -1; }
-    std::u16string GetHintText(int32_t, int32_t) override { return {}; }
     bool GotoDefinition(std::string& fileName, int32_t& line, int32_t index) override;
     void Done(bool accepted, bool& displayParams) override;
     std::string GetOptionSetName() override { return "Tarnwell.EditOptions.HTML"; }
@@ -109,8 +94,6 @@ public:
     bool GetSymbolIsReadWrite(int32_t) override { return false; }
     bool GetSymbolIsAbstract(int32_t index) override;
     int32_t GetViewerSymbolFlags(int32_t) override { return GetListKind() == TListKind::Elements ? 2 : 3; }
-    int32_t GetViewerVisibilityFlags(int32_t) override { return 2; }
-    int32_t GetProcDispatchFlags(int32_t) override { return 0; }
     void SetSortOrder(TNibSortOrder) override {}
     TNibSortOrder GetSortOrder() override { return soByName; }
     int32_t FindIdent(std::u16string_view ident) override;
@@ -125,44 +108,65 @@ public:
                   bool& defaultDraw) override;
 
 private:
+    bool IsRetired() const override { return FSymbols.IsRetired(); }
+    void Report(const std::exception& problem) const override;
     TMLParser& GetParser() const { return FSymbols.GetParser(); }
-    std::u16string GetFilter();
+    std::u16string GetFilter() const;
+    void DrawEntity(int32_t index, INibCanvas& canvas, TNibRect& rect, bool textOnly, bool doDraw);
 
-    // Invocation
-    void LoadOptions();
+    // From caret to list
     bool OpenList(TNibInvokeType howInvoked, std::u16string& text);
-    void ParseView(const TRef<INibEditView>& view);
+    void ParseView(const TRef<INibEditView>& view, TRef<INibMLTag> context);
+    bool IsInsideKnownTag() const;
+    bool CanOfferAtCaret() const;
     bool ChooseList(TNibInvokeType howInvoked, INibEditView& view, bool& runTail);
-    void HelpTyping(INibEditView& view);
     void ShowWhatCaretIsIn();
     void SetListFilter(bool& result, std::u16string_view text);
-    void InsertQuotes(INibEditView& view);
-    void CloseEmptyElements(INibEditView& view);
-    void InsertClosingTag(INibEditView& view);
 
-    // Completion
-    struct TChoice;
+    // Typing aids
+    std::vector<TNibEdit> AidsAt(INibEditView& view) const;
+    std::vector<TNibEdit> AidsInText(INibEditView& view) const;
+    std::optional<TNibEdit> ComposeClosingTag(int32_t caret) const;
+    void HelpTyping(const TRef<INibEditView>& view, const TRef<INibMLTag>& context);
+
+    // From choice to text
+    struct TChoice {
+        char16_t Key = 0;         // that closed the list, 0 for Enter
+        int32_t Index = -1;       // below 0 if nothing is chosen
+        std::u16string Selected;  // what the item puts into the text
+        TRef<INibEditView> View;
+        bool IsMade() const { return Index >= 0; }
+    };
     TChoice GetChoice(char16_t key);
-    TChoiceEdit Compose(const TChoice& choice);
-    TChoiceEdit ComposeTypedKey(const TChoice& choice);
-    TChoiceEdit ComposeEntity(const TChoice& choice);
-    TChoiceEdit ComposeAttribute(const TChoice& choice);
-    TChoiceEdit ComposeElement(const TChoice& choice);
-    TChoiceEdit ComposeValue(const TChoice& choice);
+    TRef<INibMLEditor> GetEditorOf(const TChoice& choice);
+    TEdit Compose(const TChoice& choice);
+    TEdit ComposePlain(const TChoice& choice);
+    TEdit ComposeTypedKey(const TChoice& choice);
+    TEdit ComposeEntity(const TChoice& choice);
+    TEdit ComposeAttribute(const TChoice& choice);
+    TEdit ComposeElement(const TChoice& choice);
+    bool TakesValue(const INibMLTag& tag, INibMLTagAttribute& attribute) const;
     std::u16string ComposeRequiredAttributes(INibMLTag& tag);
-    TAttributeEdit DescribeValue(INibEditView& view);
-    TChoiceEdit ComposeAttributeValue(const TAttributeEdit& edit);
-    bool ExecuteTagEditor(INibEditView& view);
-    bool ExecuteElementEditor(INibEditView& view, int32_t index);
-    void WriteChoice(const TChoice& choice);
-    void FinishChoice(char16_t key, INibEditView* view);
+    TEdit WithClosingKey(TEdit edit, const TChoice& choice) const;
+    bool WriteChoice(const TChoice& choice);
+    void FinishChoice(const TChoice& choice, bool isWritten);
+    bool ExecuteTagEditor(INibMLEditor& editor, INibEditView& view);
+    bool ExecuteElementEditor(INibMLEditor& editor, INibMLTag& item, INibEditView& view);
 
-    bool FEnabled = true;
-    char16_t FCompletionKey = 0;  // the key that closed the list
+    // Values
+    TEdit ComposeValue(const TChoice& choice, std::u16string value);
+    TAttributeEdit DescribeValue(INibEditView& view);
+    struct TValueEdit : TEdit {
+        int32_t ValueOffset = 0;  // where the value itself begins
+    };
+    TValueEdit ComposeAttributeValue(const TAttributeEdit& value) const;
+    TValueEdit ReplaceValue(const TAttributeEdit& value) const;
+
+    char16_t FCompletionKey = 0;  // the key that closed the list, as far as Done looks at it
     char16_t FInvokeKey = 0;      // the trigger character
     bool FAutoQuote = false;
     bool FEntityMode = false;
-    bool FAutoCompletions = false;
+    bool FAutoCompletions = true;  // the typing aids are wanted
     bool FInsertingBlank = false;  // the manager itself puts a blank into the buffer
     TRef<INibMLTag> FContextTag;   // the tag in which the document is taken to begin
     std::u16string FInitialFilter;

@@ -1,12 +1,11 @@
 // From caret to list: what lies between a key and the moment at which the host shows a
-// list, and the typing aids that belong to a keystroke.
+// list.
 
 #include "host/Paths.h"
-#include "host/Platform.h"
-#include "host/ValueScope.h"
+#include "host/Settings.h"
 #include "host/ViewHandles.h"
-#include "insight/Guard.h"
 #include "insight/HTMLCodCmplt.h"
+#include "insight/TokenChars.h"
 #include "parser/MLParser.h"
 #include "symbols/FileToSchemaMapper.h"
 
@@ -21,32 +20,15 @@ constexpr uint8_t ContextValue = 16;
 constexpr bool IsQuietElement(int32_t element) { return element == 1 || element == 5; }
 constexpr int32_t TriggerlessElement = 22;
 
-void InsertText(std::u16string_view text) {
-    if (auto services = GetService<INibCodeInsightServices>()) services->InsertText(text, false);
-}
-
-void MoveCaretTo(INibEditView& view, int32_t row, int32_t column) {
-    constexpr int32_t LastColumn = 32767;
-    if (column <= LastColumn) view.SetCaretPos({static_cast<int16_t>(column), row});
-    else PositionOf(view)->MoveTo(row, column);
-}
-
-/// Moves the caret to a place in the document: exactly, where the view can.
-void MoveCaretTo(INibEditView& view, int32_t offset, TNibCharPos position) {
-    if (auto offsets = QueryAs<INibOffsetView>(&view)) offsets->SetCaretOffset(offset);
-    else view.SetCaretPos(view.CharPosToEditPos(position));
-}
-
-/// Typing aids move the caret by what they insert, so they keep off a buffer that takes nothing.
-bool CanWrite(INibEditView& view) {
-    auto buffer = view.Buffer();
-    return buffer && buffer->CreateWriter();
+bool WantsTypingAids() {
+    auto value = ReadSetting(InsightSettings, "Auto Code Completions");
+    return !value || !SameText(std::string_view(*value), std::string_view("False"));
 }
 
 }  // namespace
 
 TCharSet TMLKibitzManager::EditorTokenValidChars(bool preValidating) {
-    return preValidating ? charsets::Token.With("<") : charsets::Token;
+    return preValidating ? tokenchars::Token.With("<") : tokenchars::Token;
 }
 
 void TMLKibitzManager::GetCodeInsightType(char16_t c, int32_t element, TNibCodeInsightType& type,
@@ -63,101 +45,81 @@ void TMLKibitzManager::GetCodeInsightType(char16_t c, int32_t element, TNibCodeI
     invokeType = itTrigger;
 }
 
-// A missing value means true.
-void TMLKibitzManager::LoadOptions() {
-    auto services = GetService<INibServices>();
-    ISettingsStore* settings = GetPlatform().Settings();
-    if (!services || !settings) {
-        FAutoCompletions = true;
-        return;
-    }
-    std::string key = services->BaseRegistryKey() + "\\Code Insight";
-    if (!settings->OpenKey(key)) return;
-    auto value = settings->ReadString(key, "Auto Code Completions");
-    FAutoCompletions = !value || !SameText(std::string_view(*value), std::string_view("False"));
-}
-
 void TMLKibitzManager::Parse(TNibEditPos position, TRef<IMLBufferProducer> producer,
                              TRef<INibMLTag> contextTag) {
     if (!producer) return;
-    Guarded(FSymbols, [&] { GetParser().Parse(position, std::move(producer), std::move(contextTag)); });
+    Guarded([&] { GetParser().Parse(position, std::move(producer), std::move(contextTag)); });
 }
 
 bool TMLKibitzManager::InvokeCodeCompletion(TNibInvokeType howInvoked, std::u16string& text) {
-    bool result = false;
-    Guarded(FSymbols, [&] { result = OpenList(howInvoked, text); });
-    return result;
+    return Guarded(false, [&] { return OpenList(howInvoked, text); });
 }
 
 // A user control is parsed as if it stood in a body element. That of its schema is only
 // known when the first parse has loaded it.
-void TMLKibitzManager::ParseView(const TRef<INibEditView>& view) {
-    auto parse = [&] {
-        GetParser().Parse(view->CaretPos(), MakeRef<TMLBufferProducer>(view, 0), FContextTag);
-    };
+void TMLKibitzManager::ParseView(const TRef<INibEditView>& view, TRef<INibMLTag> context) {
+    auto parse = [&] { GetParser().Parse(view->CaretPos(), MakeRef<TMLBufferProducer>(view, 0), context); };
     auto buffer = view->Buffer();
-    bool isControl = !FContextTag && buffer && ExtensionOf(buffer->FileName()) == ".ascx";
-    if (isControl) FContextTag = FSymbols.GetTagFromHashList(u"body");
+    bool isControl = !context && buffer && ExtensionOf(buffer->FileName()) == ".ascx";
+    if (isControl) context = FSymbols.GetTagFromHashList(u"body");
     parse();
     if (!isControl) return;
     auto body = FSymbols.GetTagFromHashList(u"body");
-    if (body == FContextTag) return;
-    FContextTag = body;
+    if (body == context) return;
+    context = body;
     parse();
 }
 
 bool TMLKibitzManager::OpenList(TNibInvokeType howInvoked, std::u16string& text) {
     FContext = ContextNone;
-    LoadOptions();
+    FAutoCompletions = WantsTypingAids();
     FEntityMode = false;
-    auto services = GetService<INibCodeInsightServices>();
-    auto view = services ? services->CurrentEditView() : nullptr;
+    TRef<INibMLTag> context = std::exchange(FContextTag, nullptr);  // good for one invocation
+    auto view = CurrentView();
     if (!view) return false;
     TMLParser& parser = GetParser();
-    if (FInvokeKey != '&') ParseView(view);
-    FCompletionKey = 0;
-    if (FSymbols.GetSchemaFile().empty()) return false;
-    if (FInvokeKey == '<' && parser.FInTag && !Supports<INibMLNamedTag>(parser.FCurrentTag)) return false;
-    FContextTag = nullptr;
-    text = PositionOf(*view)->TakeText(charsets::Token, INibEditPosition::TakeBackwards);
+    if (FInvokeKey != '&') ParseView(view, context);
+    FCompletionKey = FClosingKey = 0;
+    if (FSymbols.GetSchemaFile().empty() || IsInsideKnownTag()) return false;
+    HelpTyping(view, context);
+    text = TakeBefore(*view, tokenchars::Token);
     FInitialFilter = text;
     if (parser.GetInAttribute()) FContext = ContextValue;
     else if (parser.FInTag || parser.FCaretInTagName) FContext = ContextTag;
 
     bool runTail = true;
-    bool isQuiet = parser.FInScript || parser.FInStyle || parser.GetInDocType();
-    bool result = !isQuiet && ChooseList(howInvoked, *view, runTail);
+    bool result = CanOfferAtCaret() && ChooseList(howInvoked, *view, runTail);
     if (runTail) SetListFilter(result, text);
     else ShowWhatCaretIsIn();
     return result;
 }
 
-/// Picks the list, and helps with what was typed. The result is that of the invocation
-/// so far; runTail says whether the list's filter is to be set.
+/// A "<" typed inside a known tag opens nothing.
+bool TMLKibitzManager::IsInsideKnownTag() const {
+    const TMLParser& parser = GetParser();
+    return FInvokeKey == '<' && parser.FInTag && !Supports<INibMLNamedTag>(parser.FCurrentTag);
+}
+
+/// False where the text is none of the engine's.
+bool TMLKibitzManager::CanOfferAtCaret() const {
+    const TMLParser& parser = GetParser();
+    return !parser.FInScript && !parser.FInStyle && !parser.GetInDocType();
+}
+
+/// Picks the list. The result is that of the invocation so far; runTail says whether the
+/// list's filter is to be set.
 bool TMLKibitzManager::ChooseList(TNibInvokeType howInvoked, INibEditView& view, bool& runTail) {
-    TMLParser& parser = GetParser();
-    auto token = PositionOf(view)->TakeText(charsets::Token.With("&"), INibEditPosition::TakeBackwards);
+    const TMLParser& parser = GetParser();
+    auto token = TakeBefore(view, tokenchars::Token.With("&"));
     bool asksByToken = howInvoked == itUser && token.find(u'&') != std::u16string::npos;
     if (FInvokeKey == '&' || asksByToken) {
         runTail = !parser.FInTag && !parser.FCaretInTagName;
         FEntityMode = runTail;
         return true;
     }
-    if (parser.GetInAttribute()) {
-        bool isHelped = FAutoCompletions && FAutoQuote && parser.FCurrentAttribute->GetCount() != 0;
-        if (isHelped && CanWrite(view)) InsertQuotes(view);
-        return true;
-    }
+    if (parser.GetInAttribute()) return true;
     FContext = ContextTag;
-    if (FInvokeKey == '=') return false;
-    bool isInText = !parser.FInTag && !parser.FCaretInTagName;
-    if (FAutoCompletions && isInText && CanWrite(view)) HelpTyping(view);
-    return true;
-}
-
-void TMLKibitzManager::HelpTyping(INibEditView& view) {
-    if (!GetParser().GetAutoClosePositions().empty()) CloseEmptyElements(view);
-    if (FInvokeKey == '>') InsertClosingTag(view);
+    return FInvokeKey != '=';
 }
 
 // The range of the current tag goes over its attributes when the caret stands among them.
@@ -177,79 +139,6 @@ void TMLKibitzManager::SetListFilter(bool& result, std::u16string_view text) {
         if (result) SetFilter(text);
     }
     if (FInvokeKey == '>') result = false;
-}
-
-// An "=" without a quote behind it gets a pair, and the caret goes between.
-void TMLKibitzManager::InsertQuotes(INibEditView& view) {
-    TMLParser& parser = GetParser();
-    auto position = PositionOf(view);
-    if (parser.FValueOffset >= 0)
-        MoveCaretTo(view, parser.FValueOffset, view.OffsetToCharPos(parser.FValueOffset));
-    else if (view.CaretPos().Col < 32767) position->MoveTo(parser.FValuePos.Line, parser.FValuePos.Col);
-    auto before =
-        position->TakeText(charsets::Blanks, INibEditPosition::TakeBackwards | INibEditPosition::TakeVisible);
-    auto place = [](size_t index) {
-        return index == std::u16string::npos ? -1 : static_cast<int64_t>(index);
-    };
-    if (place(before.find_last_of(u"\"'")) < place(before.rfind(u'='))) {
-        InsertText(u"\"\"");
-        position->MoveBy(0, -1);
-    }
-    view.Repaint();
-}
-
-// Goes from the last place in the document to the first, so that an insertion never
-// moves a place yet to come.
-void TMLKibitzManager::CloseEmptyElements(INibEditView& view) {
-    TMLParser& parser = GetParser();
-    auto position = PositionOf(view);
-    struct TSavedCaret {
-        INibEditView& View;
-        int32_t Row, Column, Count = 0;
-        ~TSavedCaret() {
-            try {
-                MoveCaretTo(View, Row, Column + Count);
-            } catch (...) {
-                // The caret of a host that fails here stays where it is.
-            }
-        }
-    };
-    std::u16string token;
-    {
-        TSavedCaret saved{view, position->Row(), position->Column()};
-        auto places = parser.GetAutoClosePositions();
-        for (auto place = places.rbegin(); place != places.rend(); ++place) {
-            TNibCharPos charPos{place->Position.Col, place->Position.Line};
-            MoveCaretTo(view, place->Offset, charPos);
-            token = ReadCharacterBefore(view, 1);
-            bool onCaretLine = charPos.Line == saved.Row;
-            if (token.size() == 1 && token != u" " && token != u"\t") {
-                TValueScope<bool> inserting(FInsertingBlank, true);
-                InsertText(u" ");
-                saved.Count += onCaretLine;
-            }
-            InsertText(u"/");
-            saved.Count += onCaretLine;
-        }
-        parser.ClearAutoCloseTagPosStack();
-    }
-    if (FInvokeKey == '>' || token.starts_with(u'>')) InvokeCompletion(view);
-    view.Repaint();
-}
-
-void TMLKibitzManager::InsertClosingTag(INibEditView& view) {
-    auto tag = FSymbols.GetCurrentTag();
-    if (!tag) return;
-    bool isEmpty = !tag->GetRequiresClosingTag() && tag->GetEmpty();
-    std::u16string name = u"</" + std::u16string(tag->GetName()) + u">";
-    for (int32_t i = FSymbols.GetClosedTagsCount() - 1; i >= 0 && !isEmpty; --i) {
-        if (!SameText(FSymbols.GetCloseTags(i)->GetName(), name)) continue;
-        InsertText(name);
-        PositionOf(view)->MoveBy(0, -CountCharacters(std::u16string_view(name)));
-        FSymbols.DeleteClosedTag(i);
-        break;
-    }
-    view.Repaint();
 }
 
 }  // namespace caretwell

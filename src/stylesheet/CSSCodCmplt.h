@@ -8,31 +8,17 @@
 // range of the symbol table; the position that the parser found at the caret tells
 // which. So nothing may parse between an invocation and the end of its list.
 //
-// Exceptions end here: every operation below that can throw catches and answers as if
-// there were nothing to offer.
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
-#include "host/Nibapi.h"
+#include "markup/ManagerBase.h"
 #include "stylesheet/CSSLanguage.h"
 #include "stylesheet/CSSParser.h"
 
 namespace caretwell {
-
-/// What a choice writes, as an edit that has not been made.
-struct TCSSChoiceEdit {
-    std::u16string Text;       ///< goes in at the caret
-    int32_t DeletedCount = 0;  ///< characters in front of the caret that go first
-    int32_t DeletedBytes = 0;  ///< the same in bytes
-    int32_t CaretOffset = 0;   ///< byte offset of the caret afterwards
-    /// Name of the editor that is to supply the value, such as "length..."; empty for an
-    /// item that is written as it stands. Text then holds only what goes behind the value.
-    std::string EditorName;
-};
 
 /// What the engine sees at the caret, for those who want to know why.
 struct TCSSExplanation {
@@ -41,21 +27,21 @@ struct TCSSExplanation {
     std::string LastDeclaration;  ///< property name as written in the newest declaration
 };
 
-class TCSSKibitzManager final
-    : public TImplements<INibCodeInsightManager, INibInsightContext, INibCodeInsightSymbolList> {
+/// The characters of a word, on which the list is filtered.
+inline constexpr TCharSet CSSWordChars =
+    TCharSet("-\\").WithRange('0', '9').WithRange('A', 'Z').WithRange('a', 'z').WithRange(128, 255);
+
+class TCSSKibitzManager final : public TManagerBase<INibCodeInsightManager> {
 public:
     /// Reads css.xml out of the schema folder.
     TCSSKibitzManager();
-    /// Answers for the older identifier of the manager's interface too.
-    bool Query(const TGuid& id, void** out) noexcept override;
 
-    // For hosts that show an edit before it is made, or explain themselves.
-    /// What Done would write for an item of the open list; nothing for an index out of
-    /// range or without a view. Nothing is written, no dialog is shown.
-    std::optional<TCSSChoiceEdit> ComposeChoice(int32_t index) noexcept;
     /// As of the last invocation.
     TCSSExplanation Explain() const noexcept;
-    const TCSSSymbolTable& GetSymbolTable() const { return FParser.FSymbolTable; }
+
+    // INibEditComposer
+    bool ComposeChoice(int32_t index, char16_t key, TNibEdit& edit) override;
+    void ComposeAids(std::vector<TNibEdit>& edits) override { edits.clear(); }
 
     /// The package ends: from here on there is nothing to offer.
     void Retire();
@@ -63,34 +49,20 @@ public:
     // INibCodeInsightManager
     std::string GetName() override { return "Style Sheet"; }
     std::string GetIDString() override { return "Tarnwell.CodeInsight.CSS"; }
-    bool GetEnabled() override { return FEnabled; }
-    void SetEnabled(bool value) override { FEnabled = value; }
     TCharSet EditorTokenValidChars(bool preValidating) override;
-    void AllowCodeInsight(bool&, char16_t) override {}
-    bool PreValidateCodeInsight(std::u16string_view) override { return true; }
     bool IsViewerBrowsable(int32_t) override { return false; }
-    bool GetMultiSelect() override { return false; }
-    void GetSymbolList(TRef<INibCodeInsightSymbolList>& list) override { list = this; }
     void OnEditorKey(char16_t key, bool& closeViewer, bool& accept) override;
     bool HandlesFile(std::string_view fileName) override;
     std::u16string GetLongestItem() override { return u"property "; }
-    void GetParameterList(TRef<INibCodeInsightParameterList>& list) override { list = nullptr; }
     void GetCodeInsightType(char16_t c, int32_t element, TNibCodeInsightType& type,
                             TNibInvokeType& invokeType) override;
     bool InvokeCodeCompletion(TNibInvokeType howInvoked, std::u16string& text) override;
-    bool InvokeParameterCodeInsight(TNibInvokeType, int32_t&) override { return false; }
-    void ParameterCodeInsightAnchorPos(TNibEditPos&) override {}
     int32_t ParameterCodeInsightParamIndex(TNibEditPos) override { return 0; }
-    std::u16string GetHintText(int32_t, int32_t) override { return {}; }
     bool GotoDefinition(std::string&, int32_t&, int32_t) override { return false; }
     void Done(bool accepted, bool& displayParams) override;
     std::string GetOptionSetName() override { return OptionSet; }
 
     // INibInsightContext
-    bool GetTypeInfoCount(int32_t&) override { return false; }
-    bool GetTypeInfo(int32_t) override { return false; }
-    bool GetIDsOfNames(std::u16string_view, int32_t&) override { return false; }
-    bool Invoke(int32_t) override { return false; }
     uint8_t GetContext() override;
 
     // INibCodeInsightSymbolList
@@ -99,8 +71,6 @@ public:
     bool GetSymbolIsReadWrite(int32_t) override { return true; }
     bool GetSymbolIsAbstract(int32_t) override { return false; }
     int32_t GetViewerSymbolFlags(int32_t) override { return 1; }
-    int32_t GetViewerVisibilityFlags(int32_t) override { return 2; }
-    int32_t GetProcDispatchFlags(int32_t) override { return 0; }
     void SetSortOrder(TNibSortOrder order) override { FSortOrder = order; }
     TNibSortOrder GetSortOrder() override { return FSortOrder; }
     int32_t FindIdent(std::u16string_view ident) override;
@@ -113,15 +83,27 @@ public:
 private:
     static constexpr const char* OptionSet = "Tarnwell.EditOptions.StyleSheet";
 
+    bool IsRetired() const override { return FIsRetired; }
+    void Report(const std::exception& problem) const override;
+
     void LoadSchema();
     void ParseAtCaret(const TRef<INibEditView>& view);
     std::string ItemText(int32_t index) const;
-    TCSSChoiceEdit ComposeEdit(INibEditView& view, std::u16string text);
-    void WriteChoice(INibCodeInsightServices& services);
+
+    // What of the text and the list a choice depends on.
+    struct TChoice {
+        std::u16string Text;  // the item, or the answer of its dialog
+        char16_t Key = 0;     // that closed the list
+        TRef<INibEditView> View;
+    };
+    TCSSEditor* FindEditor(std::u16string_view item) const;
+    TEdit Compose(const TChoice& choice) const;
+    TEdit ComposeEdit(const TChoice& choice) const;
+    bool WriteChoice(INibCodeInsightServices& services);
 
     TNibSortOrder FSortOrder = soByName;  // stored only: the list is always by name
-    bool FEnabled = true;
-    char16_t FCompletionKey = 0;  // the ";" that closed the list
+    char16_t FInvokeKey = 0;              // the trigger character
+    char16_t FCompletionKey = 0;          // the ";" that closed the list
     TStyleSheetParser FParser;
     TKibitzPos FKibitzPos = kpNone;  // of the last invocation
     bool FIsParsing = false;

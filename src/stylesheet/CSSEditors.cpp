@@ -1,31 +1,19 @@
 #include "stylesheet/CSSEditors.h"
 
-#include "host/Nibapi.h"
-#include "host/Paths.h"
+#include "host/Dialogs.h"
 #include "stylesheet/CSSUnitEditor.h"
 
 namespace caretwell {
 
-bool TCSSURIEditor::Execute() {
-    FResult.clear();
-    auto services = GetService<INibDialogServices>();
-    auto dialog = services ? services->CreateSelectURLDialog() : nullptr;
-    if (!dialog) return false;
-    dialog->SetInitialFolder(FolderOf(dialog->GetModuleFileName()));
-    bool isConfirmed = dialog->Execute();
-    if (isConfirmed) FResult = dialog->GetPreviewURL();
-    return isConfirmed;
+bool TCSSEditor::Take(std::optional<std::string> answer) {
+    bool isGiven = answer.has_value();
+    FResult = std::move(answer).value_or(std::string());
+    return isGiven;
 }
 
-bool TCSSColorEditor::Execute() {
-    FResult.clear();
-    auto services = GetService<INibDialogServices>();
-    auto dialog = services ? services->CreateWebColorDlg() : nullptr;
-    if (!dialog) return false;
-    bool isConfirmed = dialog->Execute();
-    if (isConfirmed) FResult = dialog->GetSelectedColor();
-    return isConfirmed;
-}
+bool TCSSURIEditor::Execute() { return Take(AskForURL()); }
+
+bool TCSSColorEditor::Execute() { return Take(AskForColor()); }
 
 bool TCSSUnitEditor::Execute() {
     std::string_view purpose = FName;

@@ -3,6 +3,7 @@
 // value in a dialog of the host.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -26,6 +27,8 @@ public:
 protected:
     /// The name is that of the list item, with its three points.
     explicit TCSSEditor(std::string_view name) { FName = name; }
+    /// The answer of a dialog becomes the result. False if there is none.
+    bool Take(std::optional<std::string> answer);
 };
 
 /// The host's URL dialog. The result is the plain URL.

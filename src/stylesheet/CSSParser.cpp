@@ -20,7 +20,7 @@ TStyleSheet* TStyleSheetParser::Parse() {
     FPool.Clear();
     FKibitzPos = kpNone;
     FSymbolTable.ResetKibitz();
-    FIsHeld = FIsInMedia = false;
+    FIsHeld = FIsInMedia = FIsInFunction = false;
     FFunctionDepth = 0;
     ParseStyleSheet();
     FScanner.ReleaseBuffer();

@@ -64,6 +64,7 @@ public:
 
     TOnParseErrorEvent FOnParseError;  ///< may be empty: syntax errors are silent then
     TKibitzPos FKibitzPos = kpNone;    ///< the answer of the last parse
+    bool FIsInFunction = false;        ///< the caret stands between the parentheses of a function
     TCSSSymbolTable FSymbolTable;
 
 private:

@@ -6,7 +6,9 @@
 namespace caretwell {
 
 inline void TStyleSheetParser::Note(TKibitzPos position) {
-    if (FKibitzPos == kpNone) FKibitzPos = position;
+    if (FKibitzPos != kpNone) return;
+    FKibitzPos = position;
+    FIsInFunction = FFunctionDepth > 0;
 }
 
 /// True at the caret, which is noted then.

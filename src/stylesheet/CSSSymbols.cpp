@@ -175,6 +175,10 @@ const std::vector<std::string>& TCSSSymbolTable::GetFonts() {
     return *FFonts;
 }
 
+bool TCSSSymbolTable::IsFont(std::string_view name) const {
+    return FFonts && std::find(FFonts->begin(), FFonts->end(), name) != FFonts->end();
+}
+
 // ------------------------------------------------------------------------- list
 
 void TCSSSymbolTable::ResetKibitz() {

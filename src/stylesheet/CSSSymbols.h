@@ -205,6 +205,8 @@ public:
 
     /// Fonts of the machine, asked for once: the first question may take long.
     const std::vector<std::string>& GetFonts();
+    /// True for one of those, if they were asked for.
+    bool IsFont(std::string_view name) const;
 
     template <class T>
     using TSymbols = std::vector<std::unique_ptr<T>>;

@@ -5,7 +5,7 @@
 
 #include "host/Nibapi.h"
 #include "host/Paths.h"
-#include "host/Platform.h"
+#include "host/Settings.h"
 #include "symbols/MLSymbolManager.h"
 #include "symbols/SchemaReaderCache.h"
 #include "symbols/XSDPlan.h"
@@ -20,11 +20,7 @@ bool IsUrl(std::string_view text) {
 
 // Elements of a built-in type such as xs:string are left out unless the user wants them.
 bool KeepsSimpleTyped() {
-    auto services = GetService<INibServices>();
-    ISettingsStore* settings = GetPlatform().Settings();
-    std::string key = (services ? services->BaseRegistryKey() : std::string()) + "\\Code Insight";
-    if (!settings || !services || !settings->OpenKey(key)) return false;
-    auto value = settings->ReadString(key, "Simple Typed Elements");
+    auto value = ReadSetting(InsightSettings, "Simple Typed Elements");
     return value && SameText(std::string_view(*value), std::string_view("True"));
 }
 

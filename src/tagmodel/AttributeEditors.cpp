@@ -1,6 +1,6 @@
 #include "tagmodel/AttributeEditors.h"
 
-#include "host/Paths.h"
+#include "host/Dialogs.h"
 
 namespace caretwell {
 namespace {
@@ -12,24 +12,13 @@ TRef<INibMLEditorRegistry>& Registry() {
 
 }  // namespace
 
-bool THTMLURIAttributeEditor::Execute(IRefCounted*, int32_t) {
-    FValue.clear();
-    auto services = GetService<INibDialogServices>();
-    auto dialog = services ? services->CreateSelectURLDialog() : nullptr;
-    if (!dialog) return false;
-    dialog->SetInitialFolder(FolderOf(dialog->GetModuleFileName()));
-    if (!dialog->Execute()) return false;
-    FValue = ToUtf16(dialog->GetPreviewURL());
-    return true;
-}
+bool THTMLURIAttributeEditor::Execute(IRefCounted*, int32_t) { return Take(AskForURL()); }
 
-bool THTMLColorAttributeEditor::Execute(IRefCounted*, int32_t) {
-    FValue.clear();
-    auto services = GetService<INibDialogServices>();
-    auto dialog = services ? services->CreateWebColorDlg() : nullptr;
-    if (!dialog || !dialog->Execute()) return false;
-    FValue = ToUtf16(dialog->GetSelectedColor());
-    return true;
+bool THTMLColorAttributeEditor::Execute(IRefCounted*, int32_t) { return Take(AskForColor()); }
+
+bool TAttributeEditorBase::Take(const std::optional<std::string>& answer) {
+    FValue = ToUtf16(answer.value_or(std::string()));
+    return answer.has_value();
 }
 
 bool TDefaultAttributeEditor::Execute(IRefCounted* context, int32_t value) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -34,6 +35,9 @@ public:
     std::u16string GetValue() override { return FValue; }
 
 protected:
+    /// The answer of a dialog becomes the value. False if there is none.
+    bool Take(const std::optional<std::string>& answer);
+
     std::u16string FValue;  // of the last Execute, whichever attribute it ran for
 };
 
@@ -53,8 +57,9 @@ public:
 /// Takes the value at an index of the attribute's range; context is the attribute.
 class TDefaultAttributeEditor final : public TAttributeEditorBase {
 public:
+    static constexpr std::string_view EDITOR_ID = "default";
     bool Execute(IRefCounted* context, int32_t value) override;
-    std::string GetEditorId() override { return "default"; }
+    std::string GetEditorId() override { return std::string(EDITOR_ID); }
 };
 
 class TMLEditorResgistry final : public TImplements<INibMLEditorRegistry> {

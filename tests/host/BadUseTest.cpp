@@ -39,7 +39,7 @@ TEST(BadUse, OneFaultAtATime) {
         {fBoastingRead, Opens, true, 0},
         {fFailingRead, Opens, true, 0},
         {fThrowingRead, Refuses, true, 2},
-        {fThrowingWrite, Refuses, true, 2},
+        {fThrowingWrite, Opens, true, 2},
         {fThrowingPlaces, Refuses, false, 2},
         {fWildSelection, Opens, true, 0},
     };

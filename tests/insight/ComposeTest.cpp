@@ -9,14 +9,9 @@
 namespace caretwell::test {
 namespace {
 
-/// The bytes with their caret, or nothing for an edit that cannot be done by hand.
-std::optional<std::string> DoneByHand(std::string text, const TChoiceEdit& edit, int32_t& caret) {
-    if (edit.Way == TChoiceEdit::ceDialog) return {};
-    if (edit.Way == TChoiceEdit::ceNothing) return text;
-    text.replace(static_cast<size_t>(edit.Start), static_cast<size_t>(edit.End - edit.Start),
-                 ToUtf8(edit.Text));
-    if (edit.Way != TChoiceEdit::ceWrite) caret = edit.CaretOffset;
-    return text;
+std::string WithEdit(std::string text, const TNibEdit& edit) {
+    return text.replace(static_cast<size_t>(edit.Start), static_cast<size_t>(edit.End - edit.Start),
+                        ToUtf8(edit.Text));
 }
 
 const std::string Pages[] = {
@@ -58,18 +53,21 @@ TEST_P(TCompose, IsWhatDoneWrites) {
                 auto item = static_cast<int32_t>(random() % static_cast<uint32_t>(driver.ItemCount()));
                 ASSERT_TRUE(driver.Select(driver.Item(item).Name));
                 std::string before = text.Text();
-                TChoiceEdit edit = host.Manager().ComposeChoice(driver.SelectedIndex());
-                ASSERT_EQ(FaultOfEdit(edit, text.Size()), "") << page << " at " << start;
+                constexpr char16_t keys[] = {13, 13, 9, ' ', '>'};
+                char16_t key = keys[random() % std::size(keys)];
+                ASSERT_EQ(FaultOfEdit(host.Manager(), driver.SelectedIndex(), key, text.Size()), "")
+                    << page << " at " << start;
+                TNibEdit edit;
+                bool isWriting = host.Manager().ComposeChoice(driver.SelectedIndex(), key, edit);
                 ++kinds[static_cast<int>(host.Manager().GetListKind())];
-                int32_t caret = host.Document().View().CaretOffset();
-                driver.PressKey(ekEnter);
-                auto expected = DoneByHand(before, edit, caret);
-                if (expected) {
-                    ASSERT_EQ(text.Text(), *expected) << "caret " << start << " in " << before;
-                }
-                if (expected && edit.Way != TChoiceEdit::ceWrite) {
-                    ASSERT_EQ(host.Document().View().CaretOffset(), caret)
+                bool closes = false, accepts = false, displayParams = false;
+                host.Manager().OnEditorKey(key, closes, accepts);
+                host.Manager().Done(true, displayParams);
+                if (isWriting && edit.EditorId.empty()) {
+                    ASSERT_EQ(text.Text(), WithEdit(before, edit)) << "caret " << start << " in " << before;
+                    ASSERT_EQ(host.Document().View().CaretOffset(), edit.Caret)
                         << "caret " << start << " in " << before;
+                    ASSERT_NE(host.Manager().GetKeyUse(), TNibKeyUse::Unused);
                 }
             }
             driver.Dismiss();
@@ -80,6 +78,123 @@ TEST_P(TCompose, IsWhatDoneWrites) {
     for (int count : kinds) EXPECT_GT(count, 25);
 }
 INSTANTIATE_TEST_SUITE_P(AutoQuote, TCompose, testing::Bool());
+
+/// Document and caret after an item of the user's list was chosen by a key, and what became
+/// of the key.
+std::string Chosen(const char* text, const char* item, char16_t key, bool autoQuote) {
+    THostOptions options;
+    options.Answers = {{"uri", "a b"}};
+    TTestHost host(text, "page.html", std::move(options));
+    host.Manager().SetAutoQuote(autoQuote);
+    TEditorDriver& driver = host.Driver();
+    if (!driver.OpenList() || !driver.Select(ToUtf16(item))) return "not offered";
+    bool closes = false, accepts = false, displayParams = false;
+    host.Manager().OnEditorKey(key, closes, accepts);
+    host.Manager().Done(true, displayParams);
+    constexpr const char* uses[] = {" unused", "", " written"};
+    return host.Text() + uses[static_cast<int>(host.Manager().GetKeyUse())];
+}
+
+struct TChoiceCase {
+    const char *FText, *FItem;
+    char16_t FKey;
+    const char* FExpect;
+    bool FAutoQuote = false;
+};
+
+TEST(Choice, OfNames) {
+    constexpr TChoiceCase cases[] = {
+        // The blank that chooses stays; a Tab is no tab character.
+        {"<p>^\n", "b", ' ', "<p><b ^\n written"},
+        {"<p>^\n", "b", 9, "<p><b ^\n"},
+        {"<p>^\n", "img", ' ', "<p><img alt src=^\n"},
+        {"<p>&am^\n", "amp", ' ', "<p>&amp; ^\n written"},
+        {"<p>&am^\n", "amp", ';', "<p>&amp;^\n written"},
+        // ">" means elements alone, and of the text before the caret only the word.
+        {"<p>&am^\n", "amp", '>', "<p>&am>^\n written"},
+        {"<div><p>^\n", "</p>", '>', "<div><p></p>^\n written"},
+        {"<p>foo/b^\n", "b", '>', "<p>foo/<b>^\n written"},
+        {"<p>x<sp^\n", "span", '>', "<p>x<span>^\n written"},
+        // Inside a word the whole word goes.
+        {"<p>&am^p;\n", "amp", 13, "<p>&amp^;\n"},
+        {"<p><sp^i>\n", "span", 13, "<p><span^>\n"},
+        {"<p ali^g=x>\n", "align", 13, "<p align^=x>\n"},
+        {"<p ^id=x>\n", "class", 13, "<p class^ id=x>\n"},
+        // The "=" that is there, no value to come, a value right before.
+        {"<p ^=left>\n", "align", ' ', "<p align ^=left>\n written"},
+        {"<p ^=left>\n", "align", 13, "<p align^=left>\n", true},
+        {"<form><input ^>\n", "checked", ' ', "<form><input checked ^>\n written"},
+        {"<form><input ^>\n", "checked", 13, "<form><input checked^>\n", true},
+        {"<p class=\"x\"^ >\n", "align", ' ', "<p class=\"x\" align= ^ >\n written"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(Chosen(c.FText, c.FItem, c.FKey, c.FAutoQuote), c.FExpect) << c.FText << c.FItem;
+}
+
+TEST(Choice, OfValues) {
+    constexpr TChoiceCase cases[] = {
+        {"<p align=^>\n", "left", ' ', "<p align=\"left\" ^>\n written"},
+        {"<p align=\"left^\">\n", "left", 13, "<p align=\"left\"^>\n"},
+        // An open quote before other attributes; one that stands after the caret.
+        {"<p align=\"l^ class=\"y\">x\n", "left", 13, "<p align=\"left\"^ class=\"y\">x\n"},
+        {"<p align=\"^ class='y'>x\n", "left", 13, "<p align=\"left\"^ class='y'>x\n"},
+        {"<a href=\"x?y=^\">\n", "uri...", 13, "<a href=\"a b\"^>\n"},
+        {"<p align=^\"noopener noreferrer\">\n", "left", 13, "<p align=\"left\"^>\n"},
+        {"<p align=^ \"a b\" class=x>\n", "left", 13, "<p align= \"left\"^ class=x>\n"},
+        {"<p align=\"\n^\n\">\n", "left", 13, "<p align=\"left\"^>\n"},
+        {"<p align='^>x\n", "left", 13, "<p align='left'^>x\n"},
+        // What follows is none of the value.
+        {"<p align=^class=\"y\">\n", "left", 13, "<p align=\"left\"^ class=\"y\">\n"},
+        {"<p align=^%>\n", "left", 13, "<p align=\"left\"^ %>\n"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Chosen(c.FText, c.FItem, c.FKey, false), c.FExpect) << c.FText;
+}
+
+/// The text after a key that stands before the caret was asked about; the same must come of
+/// the edits that were composed for it.
+std::string Helped(const std::string& text, char16_t key, bool autoQuote) {
+    TTestHost host(text);
+    host.Manager().SetAutoQuote(autoQuote);
+    TNibCodeInsightType type = citNone;
+    TNibInvokeType invokeType = itNone;
+    host.Manager().GetCodeInsightType(key, 0, type, invokeType);
+    std::vector<TNibEdit> edits;
+    host.Manager().ComposeAids(edits);
+    std::string byHand = host.Document().Text().Text();
+    for (auto edit = edits.rbegin(); edit != edits.rend(); ++edit) byHand = WithEdit(byHand, *edit);
+    int32_t caret = edits.empty() ? host.Document().View().CaretOffset() : edits[0].Caret;
+    host.Driver().OpenListFor(key);
+    EXPECT_EQ(host.Text(), byHand.insert(static_cast<size_t>(caret), "^"));
+    return host.Text();
+}
+
+TEST(Choice, AidsWhileTyping) {
+    const std::string xml = "<?xml version=\"1.0\"?>";
+    const struct {
+        std::string FText;
+        char16_t FKey;
+        std::string FExpect;
+        bool FAutoQuote = false;
+    } cases[] = {
+        {"<div><ul>^\n", '>', "<div><ul>^</ul>\n"},
+        {xml + "<p><br>x<b>^\n", '>', xml + "<p><br />x<b>^</b>\n"},
+        {xml + "<p><br >x<br>^\n", '>', xml + "<p><br />x<br />^\n"},
+        {"<p><a target=^>\n", '=', "<p><a target=\"^\">\n", true},
+        {"<p><a target=^title=x>\n", '=', "<p><a target=^title=x>\n", true},
+        {"<p><a target=x^>\n", 0, "<p><a target=x^>\n", true},
+        {"<p><a target=\"x^\">\n", 0, "<p><a target=\"x^\">\n", true},
+        // A ">" that ends no opening tag asks for nothing.
+        {"<div><p>one <br>^\n", '>', "<div><p>one <br>^\n"},
+        {"<div><p>one <b/>^\n", '>', "<div><p>one <b/>^\n"},
+        {"<div><p>one </b>^\n", '>', "<div><p>one </b>^\n"},
+        {"<div><p>x</p>^\n", '>', "<div><p>x</p>^\n"},
+        {"<div><p>5 >^ 3\n", '>', "<div><p>5 >^ 3\n"},
+        {"<div><p><!-- x -->^\n", '>', "<div><p><!-- x -->^\n"},
+        {"<div><p><?php x ?>^\n", '>', "<div><p><?php x ?>^\n"},
+        {"<div><p></>^\n", '>', "<div><p></>^\n"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Helped(c.FText, c.FKey, c.FAutoQuote), c.FExpect) << c.FText;
+}
 
 }  // namespace
 }  // namespace caretwell::test

@@ -43,7 +43,7 @@ TEST(Manager, FindsItems) {
         {"<a target='^'>", u"x", false, -1},
         {"<a href title target ^>", u"x", false, 0},
         {"</p^>", u"x", false, 0},
-        {"<p>&^", u"ag", false, 2, u"  "},
+        {"<p>&^", u"ag", true, 2, u"  "},
         {"<p>&^", u"z", false, -1, u"  "},
     };
     for (const auto& c : cases) {

@@ -92,7 +92,7 @@ TEST(Manager, Choices) {
     constexpr TCase Cases[] = {
         {"a { co^", "color", "a { color:^"},
         {"a { color^ : red }", "color", "a { color^ : red }"},
-        {"a { co^l: red }", "color", "a { color:^l: red }"},
+        {"a { co^l: red }", "color", "a { color^: red }"},
         {"a { color: r^", "red", "a { color: red;^"},
         {"a { color: r^;", "red", "a { color: red^;"},
         {"a { color: r^ \t; }", "red", "a { color: red^ \t; }"},
@@ -109,17 +109,18 @@ TEST(Manager, Choices) {
         document.Driver().OpenList();
         ASSERT_TRUE(document.Driver().Select(ToUtf16(c.FItem))) << c.FText;
         // What was composed beforehand is what is written.
-        auto edit = CSSKibitzManager().ComposeChoice(document.Driver().SelectedIndex());
-        int32_t before = document.View().CaretOffset();
+        TNibEdit edit;
+        std::string before = document.Text().Text();
+        ASSERT_TRUE(CSSKibitzManager().ComposeChoice(document.Driver().SelectedIndex(), 13, edit)) << c.FText;
         document.Driver().TypeChar(13);
         EXPECT_EQ(TextOf(document), c.FResult) << c.FText;
-        ASSERT_TRUE(edit) << c.FText;
-        if (!edit->EditorName.empty()) {
-            EXPECT_EQ(edit->EditorName, c.FItem);
+        if (!edit.EditorId.empty()) {
+            EXPECT_EQ(edit.EditorId + "...", c.FItem);
         } else {
-            EXPECT_EQ(edit->CaretOffset, document.View().CaretOffset()) << c.FText;
-            EXPECT_EQ(before - edit->DeletedBytes + static_cast<int32_t>(ToUtf8(edit->Text).size()),
-                      edit->CaretOffset);
+            EXPECT_EQ(before.replace(static_cast<size_t>(edit.Start),
+                                     static_cast<size_t>(edit.End - edit.Start), ToUtf8(edit.Text)),
+                      document.Text().Text());
+            EXPECT_EQ(edit.Caret, document.View().CaretOffset()) << c.FText;
         }
         host.Session().CloseDocument(document);
     }

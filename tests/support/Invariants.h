@@ -66,11 +66,15 @@ inline std::string FaultOfList(TTestHost& host, std::u16string_view filter) {
     return index < -1 || index > count ? "index of the filter" : std::string();
 }
 
-inline std::string FaultOfEdit(const TChoiceEdit& edit, int32_t size) {
-    if (edit.Way == TChoiceEdit::ceNothing || edit.Way == TChoiceEdit::ceDialog) return {};
+/// What is wrong with the edit that the item would make; empty if nothing is.
+inline std::string FaultOfEdit(INibEditComposer& composer, int32_t index, char16_t key, int32_t size) {
+    TNibEdit edit;
+    bool isWriting = composer.ComposeChoice(index, key, edit);
+    if (!isWriting) return edit.Text.empty() && edit.End == 0 ? std::string() : "edit that is none";
+    if (!edit.EditorId.empty() && !edit.Text.empty()) return "text before the dialog";
     if (edit.Start < 0 || edit.Start > edit.End || edit.End > size) return "range of an edit";
     auto room = size - (edit.End - edit.Start) + static_cast<int32_t>(ToUtf8(edit.Text).size());
-    return edit.CaretOffset < 0 || edit.CaretOffset > room ? "caret behind an edit" : std::string();
+    return edit.Caret < edit.Start || edit.Caret > room ? "caret behind an edit" : std::string();
 }
 
 /// The whole outcome of a parse and of an open list, but for the place of the current tag,

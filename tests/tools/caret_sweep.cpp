@@ -63,7 +63,7 @@ private:
         for (int32_t i = 0; i < driver.ItemCount(); ++i) {
             if (FCounts.Items++ % 50) continue;
             ++FCounts.Edits;
-            Note(caret, FaultOfEdit(FHost->Manager().ComposeChoice(i), text.Size()));
+            Note(caret, FaultOfEdit(FHost->Manager(), i, 0, text.Size()));
         }
         driver.Dismiss();
         if (!text.CanUndo()) return;

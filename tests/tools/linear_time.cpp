@@ -132,7 +132,8 @@ TTimes Measure(const TShape& shape, size_t size) {
         host.Document().View().SetCaretOffset(caret);
         timed(times.Open, [&] { driver.OpenList(); });
         timed(times.Compose, [&] {
-            host.Manager().ComposeChoice(driver.ItemCount() - 1);
+            TNibEdit edit;
+            host.Manager().ComposeChoice(driver.ItemCount() - 1, 0, edit);
             if (driver.ItemCount()) driver.Item(driver.ItemCount() - 1);
         });
         timed(times.Type, [&] {

@@ -115,7 +115,7 @@ TEST(Typing, Entities) {
     const TCase cases[] = {
         {"<p>^\n", "&am{Enter}", "<p>&amp;^\n"},
         {"<p>^;\n", "&am{Enter}", "<p>&amp^;\n"},
-        {"<p>&am^p;\n", "{Ctrl+Space}{Enter}", "<p>&amp^p;\n"},
+        {"<p>&am^p;\n", "{Ctrl+Space}{Enter}", "<p>&amp^;\n"},
         {"<p>^\n", "&am;", "<p>&am;^\n"},
         {"<p>^\n", "&am{Enter};", "<p>&amp;^\n"},
         {"<p>^\n", "&am{Esc}", "<p>&am^\n"},
