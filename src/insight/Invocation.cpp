@@ -103,7 +103,7 @@ bool TMLKibitzManager::IsInsideKnownTag() const {
 /// False where the text is none of the engine's.
 bool TMLKibitzManager::CanOfferAtCaret() const {
     const TMLParser& parser = GetParser();
-    return !parser.FInScript && !parser.FInStyle && !parser.GetInDocType();
+    return !parser.FInScript && !parser.FInStyle && !parser.FInComment && !parser.GetInDocType();
 }
 
 /// Picks the list. The result is that of the invocation so far; runTail says whether the

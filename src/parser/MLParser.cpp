@@ -52,7 +52,7 @@ void TMLParser::Reset(TNibEditPos caret, TRef<INibMLTag> startTag) {
     if (FCurrentAttribute) FCurrentAttribute->SetFilter({});
     FSymbolManager.ResetLists();
     FCurrentTag = std::move(startTag);
-    FInTag = FInScript = FInStyle = FInTextArea = false;
+    FInTag = FInScript = FInStyle = FInTextArea = FInComment = false;
     FCurrentAttribute = nullptr;
     FXSLOutputSchema = "loose.dtd";
     FSchemaFile.clear();

@@ -92,6 +92,7 @@ public:
     bool FInScript = false;
     bool FInStyle = false;
     bool FInTextArea = false;
+    bool FInComment = false;       ///< or in a processing instruction
     std::string FSchemaFile;       ///< last quoted string of the doctype declaration
     std::string FXSLOutputSchema;  ///< what an XSL document writes
     TNibEditPos FCaret;
@@ -192,6 +193,7 @@ private:
     // Regions
     void EnterRegion(TParserContexts region);
     void LeaveRegion(TParserContexts region);
+    void NoteComment(TParserContexts region, bool isInside);
     bool NextRegionBlock(std::string* text, const char*& textStart);
     template <class TNode>
     void ReportRegion(TTagType type, std::string& text, const char* textStart, size_t endMark);

@@ -11,12 +11,20 @@ namespace caretwell {
 
 void TMLParser::EnterRegion(TParserContexts region) {
     if (region != pcNone) FContexts.Add(region);
+    NoteComment(region, true);
     FContextPos.push_back(Offset());
 }
 
 void TMLParser::LeaveRegion(TParserContexts region) {
     if (region != pcNone) FContexts.Remove(region);
+    NoteComment(region, false);
     PopContextPos();
+}
+
+/// The position stands behind the mark that begins or ends a region.
+void TMLParser::NoteComment(TParserContexts region, bool isInside) {
+    bool isComment = region == pcHTMLComment || region == pcAspComment || region == pcProcessingInstruction;
+    if (isComment && IsBeforeCaret(FPosition - 1)) FInComment = isInside;
 }
 
 /// Moves to the next block inside a region, collecting what was passed for observers:

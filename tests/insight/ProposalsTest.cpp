@@ -17,6 +17,8 @@ TEST(Proposals, Elements) {
         {"<ul><^ ", "li"},
         {"<ul><l^ ", "li"},
         {"<ul><li><p>x ^ ", "</ul> </li> </p> a b br img span"},
+        {"<ul><!-- x -->^ ", "</ul> li"},
+        {"<?xml version='1.0'?><ul>^ ", "</ul> li"},
     };
     for (const auto& c : cases) EXPECT_EQ(Propose(c.FText), c.FExpect) << c.FText;
 }
@@ -41,7 +43,9 @@ TEST(Proposals, AttributesAndValues) {
 }
 
 TEST(Proposals, NothingInRawContent) {
-    for (const char* text : {"<script>a ^</script>", "<style>^</style>", "<!DOCTYPE ^>", "<% x ^ %>"})
+    for (const char* text :
+         {"<script>a ^</script>", "<style>^</style>", "<!DOCTYPE ^>", "<% x ^ %>", "<p><!-- ^ -->",
+          "<p><!--^-->", "<?xml ^?>", "<p><?php echo '<b ^'; ?>", "<%-- ^ --%>"})
         EXPECT_EQ(Propose(text), "-") << text;
     // A text area is text like any other: what is open can be closed there.
     EXPECT_EQ(Propose("<textarea>a ^ "), "</textarea>");
