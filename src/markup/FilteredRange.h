@@ -42,11 +42,11 @@ struct TFilteredRange {
         return -1;
     }
 
-    /// Narrows the range to the names that begin with value. A value that is shorter
-    /// than the old filter starts over; any other goes on from the present range.
+    /// Narrows the range to the names that begin with value. A value that goes on with the
+    /// old filter goes on from the present range; any other starts over.
     template <class TNameAt>
     void SetFilter(TView value, int32_t last, TNameAt nameAt, TBeyondLast beyond) {
-        if (value.empty() || value.size() < Filter.size()) ShowAll(last);
+        if (value.empty() || !StartsWithText(value, TView(Filter))) ShowAll(last);
         Filter = value;
         if (!Filter.empty()) Narrow(last, nameAt, beyond);
     }

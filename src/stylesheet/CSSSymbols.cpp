@@ -216,7 +216,7 @@ void TCSSSymbolTable::ShowAll() {
 }
 
 void TCSSSymbolTable::SetFilter(std::string_view text) {
-    if (text.empty() || text.size() < FFilter.size()) ShowAll();
+    if (text.empty() || !StartsWithText(text, std::string_view(FFilter))) ShowAll();
     TListKind kind = GetListKind();
     if (kind == lkNone) {
         FFilter = text;

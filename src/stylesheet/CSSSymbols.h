@@ -190,8 +190,8 @@ public:
     /// Null for none. Sorts the property's values at the first time.
     void SetKibitzProperty(TCSSProperty* property);
     TCSSProperty* GetKibitzProperty() const { return FKibitzProperty; }
-    /// Leaves the names that begin with text. A text that is shorter than the last one
-    /// begins with all names; any other narrows further.
+    /// Leaves the names that begin with text, of all names unless text goes on with the
+    /// last one.
     void SetFilter(std::string_view text);
     /// Index in the visible part of the first name that does not sort before text; -1 if none.
     int32_t FindIdent(std::string_view text) const;
