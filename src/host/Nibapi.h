@@ -191,7 +191,7 @@ struct INibServices : IRefCounted {
     static constexpr TGuid Id = Guid("5a0f83a6-6f0b-4f0e-9a60-3b7a1c5a2e10");
     using Parent = IRefCounted;
     virtual std::string BaseRegistryKey() = 0;  ///< root of the host's settings
-    virtual std::string RootDirectory() = 0;    ///< the schema folder lies under it
+    virtual std::string RootDirectory() = 0;  ///< not asked: IPlatform::SchemaFolder tells where schemas lie
 };
 
 /// The list that the host shows.
@@ -298,9 +298,10 @@ struct INibCodeInsightParameterList : IRefCounted {
 };
 
 /// The list of one invocation: a live view, read between InvokeCodeCompletion and Done.
-/// An index counts from the first entry that the filter leaves; out of range every text
-/// is empty. What the user reads as an item is GetSymbolText, or where that is empty
-/// (values) GetSymbolTypeText without its leading blank.
+/// A host shows the filter's own word first where it is there, and closing tags, which every
+/// filter leaves, at the head. An index counts from the first entry that the filter leaves; out of range
+/// every text is empty. What the user reads as an item is GetSymbolText, or where that is empty (values)
+/// GetSymbolTypeText without its leading blank.
 struct INibCodeInsightSymbolList : IRefCounted {
     static constexpr TGuid Id = Guid("4ca1cdfd-bd9a-4628-94ae-9bf3eb2da22e");
     using Parent = IRefCounted;
@@ -313,9 +314,11 @@ struct INibCodeInsightSymbolList : IRefCounted {
     virtual int32_t GetProcDispatchFlags(int32_t index) = 0;      ///< always 0
     virtual void SetSortOrder(TNibSortOrder order) = 0;           ///< changes nothing
     virtual TNibSortOrder GetSortOrder() = 0;
-    /// The first entry shown that begins with ident; -1 if none.
+    /// The first entry shown that begins with ident, without regard to case; -1 if none. In a
+    /// style sheet the first that does not sort before it.
     virtual int32_t FindIdent(std::u16string_view ident) = 0;
-    /// The same; false if there is no match. index may then hold a place to stand at.
+    /// The same; false if there is no match. index then holds a place to stand at, -1 for
+    /// none, or what it held before.
     virtual bool FindSymIndex(std::u16string_view ident, int32_t& index) = 0;
     /// Leaves the entries that begin with text, without regard to case; empty leaves all.
     virtual void SetFilter(std::u16string_view text) = 0;
@@ -366,7 +369,8 @@ struct INibCodeInsightManager : IRefCounted {
     virtual void ParameterCodeInsightAnchorPos(TNibEditPos& position) = 0;  ///< not set
     virtual int32_t ParameterCodeInsightParamIndex(TNibEditPos position) = 0;
     virtual std::u16string GetHintText(int32_t line, int32_t column) = 0;  ///< always empty
-    /// Where a closing tag of the list was opened: file, and line from 1.
+    /// Where a closing tag of the list was opened: file, and line from 1. Other entries give
+    /// the file with line 0. False, and no file, for an index below 0 and in a style sheet.
     virtual bool GotoDefinition(std::string& fileName, int32_t& line, int32_t index) = 0;
     /// The list is closed; accepted says with a choice, which INibInsightList::SelectedIndex
     /// names. Called once for every list that was shown. Writes the choice, and the key
@@ -428,7 +432,9 @@ struct INibInsightContext : IRefCounted {
     virtual bool GetTypeInfo(int32_t index) = 0;
     virtual bool GetIDsOfNames(std::u16string_view name, int32_t& dispId) = 0;
     virtual bool Invoke(int32_t dispId) = 0;
-    /// 0 before the first list, 14 none, 15 elements, attributes or properties, 16 values.
+    /// 0 before the first list and where a style sheet has nothing to offer, 14 in text, in
+    /// the list of entities and in a selector, 15 for elements in a tag's name, attributes or
+    /// properties, 16 for values.
     virtual uint8_t GetContext() = 0;
 };
 

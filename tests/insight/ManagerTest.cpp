@@ -92,7 +92,10 @@ public:
         if (!name.empty()) FFont = name;
     }
     uint32_t GetFontColor() const override { return FColor; }
-    void SetFontColor(uint32_t color) override { FColor = color; }
+    void SetFontColor(uint32_t color) override {
+        if (FIsTorn) throw std::runtime_error("torn");
+        FColor = color;
+    }
     void SetBold(bool bold) override { FIsBold = bold; }
     void Refresh() override {}
     void MeasureText(std::u16string_view text, TNibRect& rect, uint32_t) override {
@@ -107,7 +110,7 @@ public:
     }
     std::string FSeen, FFont = "Sans";
     uint32_t FColor = INibCanvas::SystemColor | 14;
-    bool FIsBold = false;
+    bool FIsBold = false, FIsTorn = false;
 };
 
 TEST(Manager, DrawsEntities) {
@@ -136,6 +139,11 @@ TEST(Manager, DrawsEntities) {
         std::string place = std::to_string(rect.Right) + "," + std::to_string(rect.Bottom);
         EXPECT_EQ(isDefault ? "by the host" : paper.FSeen + place, c.FExpect) << c.FText;
         EXPECT_EQ(paper.FFont, "Sans");
+        paper.FIsTorn = true;
+        size_t before = host.Session().Messages().Messages().size();
+        host.Manager().DrawItem(c.FIndex, paper, rect, c.FTextOnly, c.FDraws, isDefault);
+        size_t told = host.Session().Messages().Messages().size() - before;
+        EXPECT_EQ(told, isDefault || c.FTextOnly ? 0 : 1) << "what the canvas says ends here";
     }
 }
 
@@ -284,6 +292,8 @@ TEST(Manager, LeavesNothingBehind) {
     EXPECT_EQ(host.Offer(), "_blank _parent _self _top");
     host.Manager().SetFilter(u"_s");
     EXPECT_EQ(host.Manager().GetCount(), 1);
+    host.Manager().SetFilter(u"_b");
+    EXPECT_EQ(host.Manager().GetSymbolTypeText(0), u" _blank") << "no filter goes on from another one";
     host.Parse();
     EXPECT_EQ(host.Manager().GetCount(), 4);
 }

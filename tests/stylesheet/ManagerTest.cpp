@@ -94,6 +94,15 @@ TEST(Manager, Choices) {
         {"a { color^ : red }", "color", "a { color^ : red }"},
         {"a { co^l: red }", "color", "a { color^: red }"},
         {"a { color: r^", "red", "a { color: red;^"},
+        // No ";" inside of parentheses, nor before more of the value; the whole word goes.
+        {"a { color: var(r^) }", "red", "a { color: var(red^) }"},
+        {"a { color: var(x, r^", "red", "a { color: var(x, red^"},
+        {"a { color: r^, blue }", "red", "a { color: red^, blue }"},
+        {"a { color: r^ solid }", "red", "a { color: red^ solid }"},
+        {"a { color: r^ !important }", "red", "a { color: red^ !important }"},
+        {"a { color: r^ /* x */ }", "red", "a { color: red;^ /* x */ }"},
+        {"a { color: re^d; }", "rebeccapurple", "a { color: rebeccapurple^; }"},
+        {"a { color: ^red }", "red", "a { color: red ^red }"},
         {"a { color: r^;", "red", "a { color: red^;"},
         {"a { color: r^ \t; }", "red", "a { color: red^ \t; }"},
         {"a { color: r^\n; }", "red", "a { color: red;^\n; }"},
@@ -112,6 +121,10 @@ TEST(Manager, Choices) {
         TNibEdit edit;
         std::string before = document.Text().Text();
         ASSERT_TRUE(CSSKibitzManager().ComposeChoice(document.Driver().SelectedIndex(), 13, edit)) << c.FText;
+        if (TNibEdit byBlank; !edit.EditorId.empty()) {
+            int32_t index = document.Driver().SelectedIndex();
+            EXPECT_FALSE(CSSKibitzManager().ComposeChoice(index, ' ', byBlank)) << "no dialog by a blank";
+        }
         document.Driver().TypeChar(13);
         EXPECT_EQ(TextOf(document), c.FResult) << c.FText;
         if (!edit.EditorId.empty()) {
