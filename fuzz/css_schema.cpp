@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "markup/Text.h"
 #include "stylesheet/CSSParser.h"
 #include "stylesheet/CSSSchemaLoader.h"
 

@@ -25,8 +25,9 @@ void RegisterMaps(const std::vector<std::pair<std::string, std::string>>& maps) 
     auto mapper = GetFileToSchemaMapperService();
     for (const auto& [extension, file] : maps)
         if (!mapper->RegisterSchema(extension, file))
-            throw TFailure(esWords, "--map " + extension + "=" + file + ": the extension " +
-                                        (file.empty() ? "has no schema" : "has a schema already"));
+            throw TFailure(esWords, std::string("--map ").append(extension).append("=").append(file) +
+                                        ": the extension has " +
+                                        (file.empty() ? "no schema" : "a schema already"));
 }
 
 }  // namespace
@@ -35,7 +36,7 @@ bool IsStyleSheetManager(INibCodeInsightManager& manager) {
     return manager.GetOptionSetName() == StyleSheetOptions;
 }
 
-TEngine::TEngine(TEngineOptions options) : FUsesLens(options.UsesLens) {
+TEngine::TEngine(const TEngineOptions& options) : FUsesLens(options.UsesLens) {
     FHost = std::make_unique<THostSession>(THostOptions{.SchemaFolder = options.SchemaFolder,
                                                         .Settings = options.Settings,
                                                         .Answers = options.Answers,

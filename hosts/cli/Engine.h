@@ -34,7 +34,7 @@ struct TEngineOptions {
 class TEngine {
 public:
     /// Raises TFailure if an extension to be mapped is taken.
-    explicit TEngine(TEngineOptions options);
+    explicit TEngine(const TEngineOptions& options);
     ~TEngine();
     TEngine(const TEngine&) = delete;
     TEngine& operator=(const TEngine&) = delete;

@@ -4,6 +4,8 @@
 #include <string>
 #include <utility>
 
+#include "host/ViewHandles.h"
+
 namespace caretwell {
 namespace {
 
@@ -18,11 +20,6 @@ std::string ReadAll(INibEditBuffer* buffer) {
         text.resize(size + static_cast<size_t>(got));
     }
     return text;
-}
-
-int32_t CaretOffset(INibEditView& view) {
-    if (const auto offsets = QueryAs<INibOffsetView>(&view)) return offsets->CaretOffset();
-    return view.CharPosToOffset(view.EditPosToCharPos(view.CaretPos()));
 }
 
 class TLensReader final : public TImplements<INibEditReader> {
@@ -59,7 +56,7 @@ private:
 const TLensText& TLensView::LensText() {
     if (!FText) {
         const auto text = ReadAll(FView->Buffer().Get());
-        const auto caret = static_cast<size_t>(std::max(CaretOffset(*FView), 0));
+        const auto caret = static_cast<size_t>(CaretOffsetOf(*FView));
         FText = std::make_shared<const TLensText>(LookThrough(text, FKind, caret));
     }
     return *FText;

@@ -147,6 +147,7 @@ bool TEditorDriver::Select(std::u16string_view name) {
 
 std::vector<TListItem> TEditorDriver::Items() const {
     std::vector<TListItem> items;
+    items.reserve(static_cast<size_t>(ItemCount()));
     for (int32_t i = 0; i < ItemCount(); ++i) items.push_back(Item(i));
     return items;
 }

@@ -4,7 +4,7 @@ namespace caretwell {
 namespace {
 
 // The folder above the schema folder, which is given with its separator.
-std::string RootOf(std::string schemaFolder) {
+std::string RootOf(const std::string& schemaFolder) {
     size_t end = schemaFolder.find_last_not_of('/');
     size_t slash = schemaFolder.rfind('/', end);
     return slash == std::string::npos ? "./" : schemaFolder.substr(0, slash + 1);

@@ -48,6 +48,6 @@ constexpr C ToLower(C c) {
     return c >= 'A' && c <= 'Z' ? static_cast<C>(c + 32) : c;
 }
 
-constexpr bool IsLineBreak(char c) { return c == '\n' || c == '\r'; }
+constexpr bool IsLineBreak(int c) { return c == '\n' || c == '\r'; }
 
 }  // namespace caretwell

@@ -21,7 +21,7 @@ consteval TGuid Guid(std::string_view text) {
         if (c == '-') continue;
         uint64_t value = 0;
         if (c >= '0' && c <= '9') value = static_cast<uint64_t>(c - '0');
-        else if (c >= 'a' && c <= 'f') value = static_cast<uint64_t>(c - 'a' + 10);
+        else if (c >= 'a' && c <= 'f') value = static_cast<uint64_t>(c - 'a') + 10;
         else throw "an identifier holds digits, a to f and hyphens";
         uint64_t& half = digits < 16 ? result.High : result.Low;
         half = (half << 4) | value;

@@ -110,7 +110,7 @@ const TDistinctList<TCSSValue>& TCSSProperty::GetValueList() {
 
 const TCSSValue* TCSSProperty::GetKibitzValue(int32_t index) const {
     if (index < 0 || index >= GetKibitzValueCount()) return nullptr;
-    return FValues[static_cast<size_t>(FKibitzFirst + index)];
+    return FValues[static_cast<size_t>(FKibitzFirst) + static_cast<size_t>(index)];
 }
 
 void TCSSProperty::ResetKibitz() {

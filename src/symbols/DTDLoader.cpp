@@ -182,7 +182,7 @@ private:
         auto tag = MakeRef<THTMLTag>(name, &FManager, -1);
         std::vector<std::string> entityNames;
         for (std::string_view entity : element.GetEntity()) entityNames.emplace_back(entity);
-        tag->SetEntityName(std::move(entityNames));
+        tag->SetEntityName(entityNames);
         tag->SetModel({.RequiresClosingTag = element.FRequiresEndTag,
                        .RequiresOpeningTag = element.FRequiresStartTag,
                        .Empty = element.FEmpty,

@@ -23,6 +23,7 @@ template <class I>
 void SortByName(std::vector<TRef<I>>& list) {
     if (IsInOrder(list)) return;
     std::vector<std::pair<std::u16string_view, size_t>> places;
+    places.reserve(list.size());
     for (const auto& object : list) places.emplace_back(object->GetName(), places.size());
     std::sort(places.begin(), places.end(), [](const auto& a, const auto& b) {
         int order = CompareText(a.first, b.first);
@@ -41,7 +42,7 @@ THTMLTag::~THTMLTag() {
     ClearAttrs();
 }
 
-void THTMLTag::SetEntityName(std::vector<std::string> names) {
+void THTMLTag::SetEntityName(const std::vector<std::string>& names) {
     FEntityNames.clear();
     for (const auto& name : names) FEntityNames.push_back(ToUtf16(name));
 }

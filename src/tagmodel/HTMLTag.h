@@ -34,7 +34,7 @@ public:
     ~THTMLTag() override;
 
     /// Names of the parameter entities that were under expansion where the element was first met.
-    void SetEntityName(std::vector<std::string> names);
+    void SetEntityName(const std::vector<std::string>& names);
     void SetModel(const TTagModel& model) { FModel = model; }
 
     /// Fills the attribute list when somebody first asks for an attribute. A schema

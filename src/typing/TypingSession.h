@@ -20,7 +20,6 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "caretwell/host/Nibapi.h"
 #include "caretwell/typing/OwnText.h"

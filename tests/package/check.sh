@@ -31,7 +31,8 @@ consume() { # NAME OPTION...: configures, builds and runs it
     expect "$name" li
 }
 consume find_package -DCMAKE_PREFIX_PATH="$work/tree" -DCMAKE_BUILD_TYPE=Release
-if [ -z "${CARETWELL_CONSUMER_FLAGS:-}" ]; then
+# The sources are the same whatever was installed: the plain build tries them.
+if [ -z "${CARETWELL_CONSUMER_FLAGS:-}" ] && [ -z "$(find "$work/tree" -name 'libcaretwell.so')" ]; then
     launcher=$(command -v ccache || true)
     consume add_subdirectory -DCARETWELL_SOURCE="$source" -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_COMPILER_LAUNCHER="$launcher" \
         -DCMAKE_DISABLE_FIND_PACKAGE_CLI11=ON -DCMAKE_DISABLE_FIND_PACKAGE_nlohmann_json=ON -DCMAKE_DISABLE_FIND_PACKAGE_GTest=ON
