@@ -39,7 +39,7 @@ public:
         const TXMLSchema* root = AddSchema(fileName, file, std::nullopt);
         if (!root) throw EXMLSchemaError("The document is no XML schema", fileName, 1);
         // The list grows while it is walked.
-        for (size_t i = 0; i < FSet.Schemas.size(); ++i) ReadIncludes(FSet.Schemas[i]->GetData());
+        for (size_t next = 0; next < FSet.Schemas.size();) ReadIncludes(FSet.Schemas[next++]->GetData());
         for (const auto& schema : FSet.Schemas) AddComponents(*schema, schema->GetData().Root);
         // What is redefined may redefine in turn, so the innermost files come first.
         for (size_t i = FSet.Schemas.size(); i-- > 0;) AddRedefinitions(*FSet.Schemas[i]);
