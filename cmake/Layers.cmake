@@ -44,7 +44,7 @@ set(waiting
   package/HTMReg.h host/Nibapi.h host/Platform.h
   markup/MLParserUtils.h markup/MLBufferProducer.h
   insight/MLCodeInsight.h stylesheet/CSSLanguage.h typing/TypingSession.h
-  parser/MLParser.h symbols/FileToSchemaMapper.h tagmodel/AttributeEditors.h)
+  symbols/FileToSchemaMapper.h tagmodel/AttributeEditors.h)
 while(waiting)
   list(POP_FRONT waiting header)
   if(header IN_LIST caretwell_public_headers)

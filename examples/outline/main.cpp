@@ -8,7 +8,6 @@
 #include <caretwell/host/Platform.h>
 #include <caretwell/insight/MLCodeInsight.h>
 #include <caretwell/package/HTMReg.h>
-#include <caretwell/parser/MLParser.h>
 
 #include <fstream>
 #include <iostream>
@@ -99,12 +98,12 @@ void ParseFile(INibMLCodeInsightManager& manager, const std::string& name) {
 
 void PrintOutline(const std::string& name) {
     auto manager = MarkupLanguageManager();
-    TMLParser& parser = QueryAs<ISymbolManagerAccessor>(manager)->GetSymbolManager()->GetParser();
+    auto parse = QueryAs<INibMLParse>(manager);
     auto outline = MakeRef<TOutline>();
-    parser.AddCallback(outline.Get());
+    parse->AddCallback(outline.Get());
     do ParseFile(*manager, name);
     while (!outline->Finish());
-    parser.RemoveCallback(outline.Get());
+    parse->RemoveCallback(outline.Get());
     for (const auto& line : outline->Lines()) std::cout << line << "\n";
 }
 

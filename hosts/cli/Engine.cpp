@@ -6,6 +6,7 @@
 #include "host/Paths.h"
 #include "lens/Lens.h"
 #include "lens/LensView.h"
+#include "markup/DocumentKind.h"
 #include "markup/Text.h"
 #include "package/HTMReg.h"
 #include "stylesheet/CSSCodCmplt.h"
@@ -73,31 +74,9 @@ TDocument& TEngine::Open(std::string text, std::string fileName) {
     return FHost->Open(std::move(text), std::move(fileName));
 }
 
-// The parse that finds another schema leaves the caret's tag without its place, since the
-// table is new then. In an editor a document has always been parsed before.
 void TEngine::Parse(TDocument& document) {
-    std::string before = Symbols().GetSchemaFile();
-    ParseIn(document, FindContext());
-    if (Symbols().GetSchemaFile() != before || Markup().IsASCXFile()) ParseIn(document, FindContext());
-}
-
-// A name at the very end of a text is one that is being typed, as it is in an editor that
-// ends its last line. The manager knows a user control when it has parsed it before.
-void TEngine::Prepare(TDocument& document) {
-    document.Buffer()->SetEndsLastLine(true);
-    if (ExtensionOf(document.FileName()) == ".ascx") ParseIn(document, nullptr);
-}
-
-// A user control is taken to stand in a body.
-TRef<INibMLTag> TEngine::FindContext() {
-    TRef<INibMLTag> body;
-    if (Markup().IsASCXFile()) Markup().GetTagFromHashList(u"body", body);
-    return body;
-}
-
-void TEngine::ParseIn(TDocument& document, TRef<INibMLTag> context) {
     TRef<INibEditView> view(&document.View());
-    Markup().Parse(view->CaretPos(), MakeRef<TMLBufferProducer>(view, 0), std::move(context));
+    Markup().Parse(view->CaretPos(), MakeRef<TMLBufferProducer>(view, 0), nullptr);
 }
 
 INibMLCodeInsightManager& TEngine::Markup() {
@@ -156,10 +135,8 @@ std::optional<std::string> TEngine::GetSetting(std::string_view name) {
 // Names are shown as the schema spells them where their case counts. The names of HTML
 // may be written in any, and the engine shows them in small letters.
 void TEngine::SetTagCase(std::string_view fileName) {
-    static constexpr std::string_view cased[] = {".xsl",  ".xslt", ".wml",   ".resx",
-                                                 ".aspx", ".ascx", ".master"};
     bool isCased = GetFileToSchemaMapperService()->HasSchema(fileName) ||
-                   std::find(std::begin(cased), std::end(cased), ExtensionOf(fileName)) != std::end(cased);
+                   GetDocumentKind(ExtensionOf(fileName)).KeepsCase;
     FMarkup->SetTagCase(isCased ? tcNormal : tcLowerCase);
 }
 

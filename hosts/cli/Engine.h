@@ -45,8 +45,6 @@ public:
     /// Parses the document as for a list, but makes none: the state of the parser is that
     /// of the caret afterwards, on the table of the document's schema. Of markup only.
     void Parse(TDocument& document);
-    /// Does what an editor has done with a document before its first list.
-    void Prepare(TDocument& document);
 
     // The managers, made and registered when first asked for.
     INibMLCodeInsightManager& Markup();
@@ -59,8 +57,6 @@ public:
 private:
     TEditorLens MakeLens();
     std::string NameAt(TEditView& view);
-    void ParseIn(TDocument& document, TRef<INibMLTag> context);
-    TRef<INibMLTag> FindContext();
     void ApplySettings();
     std::optional<std::string> GetSetting(std::string_view name);
     void SetTagCase(std::string_view fileName);

@@ -59,19 +59,25 @@ void TRun::Echo(const TMessage& message) {
 }
 
 TDocument& TRun::Open(TPlace place) {
+    CheckFolder();
     TDocument& document = FEngine.Open(std::move(place.Source.Text), place.Source.FileName);
     document.View().SetCaretOffset(place.Offset);
     return document;
 }
 
+void TRun::CheckFolder() {
+    std::string problem = WhyUnreadable(FEngine.SchemaFolder());
+    if (!problem.empty()) throw TFailure(esUnreadable, problem);
+}
+
 TDocument& TRun::Open(TSource source) {
+    CheckFolder();
     TDocument& document = FEngine.Open(std::move(source.Text), std::move(source.FileName));
     document.View().SetCaretOffset(document.Text().Size());
     return document;
 }
 
 void TRun::OpenList(TDocument& document) {
-    FEngine.Prepare(document);
     if (FArguments.Key.empty()) document.Driver().OpenList();
     else document.Driver().OpenListFor(ToUtf16(FArguments.Key).front());
 }

@@ -18,7 +18,7 @@ public:
     TRun(const TArguments& arguments, std::string schemaFolder, TDialogAnswers::TAsk ask);
 
     TEngine& Engine() { return FEngine; }
-    /// Opens the place's text with the caret there.
+    /// Opens the place's text with the caret there. Raises TFailure without a schema folder.
     TDocument& Open(TPlace place);
     TDocument& Open(TSource source);
     /// Opens the list as the call asks: as the user, or as the trigger key given.
@@ -30,6 +30,7 @@ public:
     void CheckSchema(TDocument& document);
 
 private:
+    void CheckFolder();
     void Echo(const TMessage& message);
     std::optional<TFailure> FindMissing(TDocument& document);
     std::string SchemaOf(INibCodeInsightManager& manager);

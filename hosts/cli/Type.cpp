@@ -8,7 +8,6 @@ namespace caretwell {
 TExitStatus RunType(const TArguments& arguments) {
     auto keys = ReadKeys(arguments.Keys);
     TEditing editing(arguments, ReadPlace(arguments));
-    editing.Run().Engine().Prepare(editing.Document());
     TEditorDriver& driver = editing.Driver();
     for (const TTypedKey& key : keys) {
         if (auto* named = std::get_if<TEditorKey>(&key)) driver.PressKey(*named);

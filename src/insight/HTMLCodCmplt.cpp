@@ -57,6 +57,13 @@ void TMLKibitzManager::Report(const std::exception& problem) const {
 
 bool TMLKibitzManager::IsASCXFile() { return ExtensionOf(FSymbols.GetFileName()) == ".ascx"; }
 
+void TMLKibitzManager::AddCallback(IRefCounted* observer) {
+    Guarded([&] { GetParser().AddCallback(observer); });
+}
+void TMLKibitzManager::RemoveCallback(IRefCounted* observer) {
+    Guarded([&] { GetParser().RemoveCallback(observer); });
+}
+
 int32_t TMLKibitzManager::GetCurrentTagAttrCount() { return GetParser().GetCurrentTagAttrCount(); }
 void TMLKibitzManager::GetCurrentTagAttrValue(int32_t index, std::u16string& value) {
     value = GetParser().GetCurrentTagAttrValue(index);

@@ -27,7 +27,7 @@ namespace caretwell {
 enum class TListKind { Entities, Elements, Values, Attributes };
 
 class TMLKibitzManager final
-    : public TManagerBase<INibMLCodeInsightManager, ISymbolManagerAccessor, INibInsightDraw> {
+    : public TManagerBase<INibMLCodeInsightManager, ISymbolManagerAccessor, INibMLParse, INibInsightDraw> {
 public:
     TMLKibitzManager();
 
@@ -36,6 +36,12 @@ public:
     // ---- INibEditComposer
     bool ComposeChoice(int32_t index, char16_t key, TNibEdit& edit) override;
     void ComposeAids(std::vector<TNibEdit>& edits) override;
+
+    // ---- INibMLParse
+    void AddCallback(IRefCounted* observer) override;
+    void RemoveCallback(IRefCounted* observer) override;
+    TRef<ITagStackIterator> GetTagStack() override { return GetTagStackIterator(FSymbols); }
+    TRef<ISymbolManagerIterator> GetElements() override { return GetSymbolManagerIterator(FSymbols); }
 
     // ---- ISymbolManagerAccessor
     TMLSymbolManager* GetSymbolManager() override { return &FSymbols; }

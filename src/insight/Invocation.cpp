@@ -55,19 +55,8 @@ bool TMLKibitzManager::InvokeCodeCompletion(TNibInvokeType howInvoked, std::u16s
     return Guarded(false, [&] { return OpenList(howInvoked, text); });
 }
 
-// A user control is parsed as if it stood in a body element. That of its schema is only
-// known when the first parse has loaded it.
 void TMLKibitzManager::ParseView(const TRef<INibEditView>& view, TRef<INibMLTag> context) {
-    auto parse = [&] { GetParser().Parse(view->CaretPos(), MakeRef<TMLBufferProducer>(view, 0), context); };
-    auto buffer = view->Buffer();
-    bool isControl = !context && buffer && ExtensionOf(buffer->FileName()) == ".ascx";
-    if (isControl) context = FSymbols.GetTagFromHashList(u"body");
-    parse();
-    if (!isControl) return;
-    auto body = FSymbols.GetTagFromHashList(u"body");
-    if (body == context) return;
-    context = body;
-    parse();
+    GetParser().Parse(view->CaretPos(), MakeRef<TMLBufferProducer>(view, 0), std::move(context));
 }
 
 bool TMLKibitzManager::OpenList(TNibInvokeType howInvoked, std::u16string& text) {
@@ -103,7 +92,7 @@ bool TMLKibitzManager::IsInsideKnownTag() const {
 /// False where the text is none of the engine's.
 bool TMLKibitzManager::CanOfferAtCaret() const {
     const TMLParser& parser = GetParser();
-    return !parser.FInScript && !parser.FInStyle && !parser.FInComment && !parser.GetInDocType();
+    return !parser.FInScript && !parser.FInStyle && parser.FCaretRegion == pcNone && !parser.GetInDocType();
 }
 
 /// Picks the list. The result is that of the invocation so far; runTail says whether the

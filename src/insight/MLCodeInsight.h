@@ -25,6 +25,21 @@ struct ISymbolManagerAccessor : IRefCounted {
     virtual TMLSymbolManager* GetSymbolManager() = 0;
 };
 
+/// What a parse tells whoever watches it, by query from the markup manager. A watcher that the
+/// engine has outlived hears nothing any more.
+struct INibMLParse : IRefCounted {
+    static constexpr TGuid Id = Guid("c2a7a1f6-0b0e-4b59-8f0e-4a4ee7a1d35c");
+    using Parent = IRefCounted;
+    /// Holds a reference to the observer until it is removed or the package ends. What is no
+    /// INibMLElementCallback, or is watching already, is left.
+    virtual void AddCallback(IRefCounted* observer) = 0;
+    virtual void RemoveCallback(IRefCounted* observer) = 0;
+    /// The tags open at the caret of the last parse, innermost first; never null.
+    virtual TRef<ITagStackIterator> GetTagStack() = 0;
+    /// All elements of the schema in hand; never null.
+    virtual TRef<ISymbolManagerIterator> GetElements() = 0;
+};
+
 /// What an attribute edit needs to know of the attribute in the document. Offsets are
 /// bytes; quotes are 0 where there is none.
 struct TAttributeEdit {

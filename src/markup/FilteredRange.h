@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "caretwell/markup/Text.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 

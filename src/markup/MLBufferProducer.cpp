@@ -13,11 +13,12 @@ constexpr bool IsCutPlace(char c) { return c == '\t' || c == '\n' || c == '\r' |
 }  // namespace
 
 TMLBufferProducer::TMLBufferProducer(TRef<INibEditView> editView, int32_t offset)
-    : FEditView(std::move(editView)), FOffset(offset) {
+    : FEditView(std::move(editView)), FOffset(offset), FStart(offset) {
     if (auto buffer = FEditView ? FEditView->Buffer() : nullptr) FFileName = buffer->FileName();
 }
 
-TMLBufferProducer::TMLBufferProducer(TRef<INibSourceEditor> sourceEditor, int32_t offset) : FOffset(offset) {
+TMLBufferProducer::TMLBufferProducer(TRef<INibSourceEditor> sourceEditor, int32_t offset)
+    : FOffset(offset), FStart(offset) {
     if (!sourceEditor) return;
     FFileName = sourceEditor->FileName();
     for (int32_t i = 0; i < sourceEditor->ViewCount() && !FEditView; ++i) {
@@ -29,8 +30,18 @@ TMLBufferProducer::TMLBufferProducer(TRef<INibSourceEditor> sourceEditor, int32_
 }
 
 TMLBufferProducer::TMLBufferProducer(std::istream& stream, std::string fileName, int32_t offset)
-    : FStream(&stream), FFileName(std::move(fileName)) {
+    : FStream(&stream), FStart(offset), FFileName(std::move(fileName)) {
     stream.seekg(offset);
+}
+
+bool TMLBufferProducer::Rewind() {
+    FCount = 0;
+    FHasData = false;
+    FOffset = FStream ? 0 : FStart;
+    if (!FStream) return true;
+    FStream->clear();
+    FStream->seekg(FStart);
+    return FStream->good();
 }
 
 TRef<INibEditReader> TMLBufferProducer::CreateReader() const {
@@ -50,7 +61,15 @@ int32_t TMLBufferProducer::ReadBlock() {
     // end has one here. Nor is a reader believed that claims more than it was asked for.
     if (FOffset > std::numeric_limits<int32_t>::max() - BlockSize) return 0;
     auto reader = CreateReader();
-    return reader ? std::clamp(reader->Read(FOffset, FBuffer, BlockSize), 0, BlockSize) : 0;
+    // A reader over pieces gives what one piece holds; only nothing at all is the end.
+    int32_t count = 0;
+    while (reader && count < BlockSize) {
+        int32_t wanted = BlockSize - count;
+        int32_t read = std::clamp(reader->Read(FOffset + count, FBuffer + count, wanted), 0, wanted);
+        if (read == 0) break;
+        count += read;
+    }
+    return count;
 }
 
 // An editor needs nothing given back: its next read starts where this block ends.

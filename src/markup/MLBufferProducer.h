@@ -34,8 +34,17 @@ struct IMLBufferProducerInternal : IMLBufferProducer {
     virtual INibEditView* GetEditView() const = 0;
 };
 
+/// A document that can be read once more: its first parse may find a schema by which it is
+/// to be read anew.
+struct IMLBufferRewind : IRefCounted {
+    static constexpr TGuid Id = Guid("5f0d1c8e-7a52-4b6b-9c1f-3d2ab60c4e97");
+    using Parent = IRefCounted;
+    /// Goes back to where the producer began. False if the text cannot be had again.
+    virtual bool Rewind() = 0;
+};
+
 /// A block always ends with a zero byte behind it, so a scanner runs until it meets one.
-class CARETWELL_API TMLBufferProducer final : public TImplements<IMLBufferProducerInternal> {
+class CARETWELL_API TMLBufferProducer final : public TImplements<IMLBufferProducerInternal, IMLBufferRewind> {
 public:
     static constexpr int32_t BlockSize = 16384;  ///< bytes
 
@@ -53,6 +62,7 @@ public:
     const char* BufferAtOffset(int32_t index) const override;
     const std::string& GetFilename() const override { return FFileName; }
     INibEditView* GetEditView() const override { return FEditView.Get(); }
+    bool Rewind() override;
 
     /// A new reader on the text; null without a view and an editor.
     TRef<INibEditReader> CreateReader() const;
@@ -67,6 +77,7 @@ private:
     std::istream* FStream = nullptr;
     int32_t FCount = 0;
     int32_t FOffset = 0;
+    int32_t FStart = 0;  // where it began
     char FBuffer[BlockSize + 1] = {};
     std::string FFileName;
 };

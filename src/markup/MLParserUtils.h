@@ -248,6 +248,24 @@ struct INibMLElementCallback : IRefCounted {
     virtual void Invalidate() = 0;
 };
 
+/// A snapshot of the tags open at the caret, innermost first.
+struct ITagStackIterator : IRefCounted {
+    static constexpr TGuid Id = Guid("def5fb1c-21b1-4c94-8688-f3c4a3233d6e");
+    using Parent = IRefCounted;
+    virtual bool HasNext() = 0;
+    /// Null after the last.
+    virtual TRef<INibMLTag> Next() = 0;
+};
+
+/// Walks all registered tags.
+struct ISymbolManagerIterator : IRefCounted {
+    static constexpr TGuid Id = Guid("89453cee-6c8b-49f9-9f19-75255952f06c");
+    using Parent = IRefCounted;
+    virtual int32_t Count() = 0;  ///< 0 once the symbol manager is gone
+    /// In order of registration, from 0; null out of range.
+    virtual TRef<INibMLTag> Tags(int32_t index) = 0;
+};
+
 /// A process-wide counter; the first result is 0.
 int32_t NewID();
 

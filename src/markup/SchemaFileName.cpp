@@ -3,6 +3,7 @@
 
 #include "host/Paths.h"
 #include "host/Platform.h"
+#include "markup/DocumentKind.h"
 #include "markup/MLParserUtils.h"
 
 namespace caretwell {
@@ -29,13 +30,11 @@ constexpr TPublicIdentifier PublicIdentifiers[] = {
 // The one public identifier in use that does not begin with a hyphen.
 constexpr TPublicIdentifier AddedLatin1 = {"ISO 8879-1986//ENTITIES Added Latin 1//EN//HTML", "HTMLlat1.ent"};
 
-constexpr std::string_view DefaultSchemas[] = {"loose.dtd", "xsl.dtd", "wml12.dtd", "resxschema.xsd", ""};
-
 }  // namespace
 
 std::string GetSchemaFileName(std::string_view name, TKibitzMode mode) {
     auto inFolder = [](std::string_view file) { return GetPlatform().SchemaFolder() + std::string(file); };
-    std::string_view byMode = DefaultSchemas[mode];
+    std::string_view byMode = GetDefaultSchema(mode);
     if (name.empty()) name = byMode;
     if (name.starts_with('-')) {
         for (const auto& row : PublicIdentifiers)

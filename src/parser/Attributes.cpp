@@ -44,18 +44,22 @@ TRef<INibMLTagAttribute> TMLParser::NewUnknownAttr(std::string_view name) const 
 }
 
 TRef<INibMLTagAttribute> TMLParser::FindAttribute(std::string_view name) const {
-    return FCurrentTag ? FCurrentTag->FindAttribute(TWideName(name).Get()) : nullptr;
+    return FCurrentTag && !InDocType() ? FCurrentTag->FindAttribute(TWideName(name).Get()) : nullptr;
 }
 
-void TMLParser::AddTagAttr(TRef<INibMLTagAttribute> attribute, std::string_view value, char quoteOpen,
-                           char quoteClose) {
-    if (!FCurrentTagAttrs) return;
+void TMLParser::AddTagAttr(const TAttributeScan& attribute, std::string_view value) {
+    if (!FCurrentTagAttrs || InDocType()) return;
     // A megabyte of names in one tag is no tag: symbols made up for them would take a
     // hundred times the memory of the text.
     constexpr int32_t MostUnknown = 10000;
     bool isTooMany =
-        FCurrentTagAttrs->GetCount() >= MostUnknown && Supports<INibMLUnknownTagAttribute>(attribute);
-    if (!isTooMany) FCurrentTagAttrs->Add(std::move(attribute), value, quoteOpen, quoteClose);
+        FCurrentTagAttrs->GetCount() >= MostUnknown && Supports<INibMLUnknownTagAttribute>(attribute.Symbol);
+    if (isTooMany) return;
+    TTagAttributeValue& item = FCurrentTagAttrs->Add(attribute.Symbol, value);
+    item.QuoteOpen = FScan.QuoteOpen;
+    item.QuoteClose = FScan.QuoteClose;
+    item.TouchesCaret = attribute.TouchesCaret;
+    item.IsLoose = attribute.IsLoose;
 }
 
 // A boolean attribute written without a value means true.
@@ -73,16 +77,17 @@ void TMLParser::ScanAttribute() {
     if (*FPosition == '=' && !IsAtEnd()) {
         if (!ScanAttributeValue(attribute, value)) return;
     } else {
-        // Behind a bare name the next name is completed, and not a value that has no "=".
+        // After a bare name the next name is completed, and not a value that has no "=".
         if (attribute.NameEndBeforeCaret) FCurrentAttribute = nullptr;
         if (attribute.Symbol && IsBooleanAttribute(*attribute.Symbol)) value = "true";
+        attribute.IsLoose = !FScan.BeforeCaret;
     }
     EndAttribute(attribute, value);
 }
 
 void TMLParser::BeginAttribute(TAttributeScan& attribute) {
     attribute.Start = Offset();
-    FQuoteOpen = FQuoteClose = 0;
+    FScan.QuoteOpen = FScan.QuoteClose = 0;
     if (FScan.BeforeCaret) {
         FCurrentAttribute = nullptr;
         FValueOffset = FAttributeStart = FAttributeValueStart = -1;
@@ -90,28 +95,30 @@ void TMLParser::BeginAttribute(TAttributeScan& attribute) {
     bool isByteBeforeNameBeforeCaret = IsBeforeCaret(FPosition - 1);
     std::string_view name = ReadName();
     attribute.NameEndBeforeCaret = IsBeforeCaret(FPosition);
-    if (FScan.IsClosing) return;
+    attribute.TouchesCaret = isByteBeforeNameBeforeCaret && !attribute.NameEndBeforeCaret;
+    attribute.IsLoose = !FScan.BeforeCaret && FScan.HasBreakAfterCaret;
+    if (FScan.Tag.IsClosing()) return;
     attribute.Symbol = FindAttribute(name);
     if (!attribute.Symbol) attribute.Symbol = NewUnknownAttr(name);
-    // With the caret in the name itself, or directly behind it, names are completed.
+    // With the caret in the name itself, or directly after it, names are completed.
     if (isByteBeforeNameBeforeCaret && attribute.NameEndBeforeCaret) FCurrentAttribute = attribute.Symbol;
 }
 
 /// Reads from the "=" on. False if the attribute is dropped or the document has ended.
 bool TMLParser::ScanAttributeValue(TAttributeScan& attribute, std::string& value) {
     ++FPosition;
-    const char* behindEquals = FPosition;
-    attribute.ValueStartOffset = Offset();
-    if (attribute.Symbol) attribute.Symbol->SetOffsetEnd(attribute.ValueStartOffset);
+    const char* afterEquals = FPosition;
+    attribute.ValueStart = Offset();
+    if (attribute.Symbol) attribute.Symbol->SetOffsetEnd(attribute.ValueStart);
     int32_t offset = Offset();
     SkipWhiteSpace();
-    attribute.HasBlankBefore = FPosition != behindEquals || Offset() != offset;
-    if (attribute.Symbol) attribute.Symbol->SetAttributeValueStartOffset(attribute.ValueStartOffset);
+    attribute.HasBlankBefore = FPosition != afterEquals || Offset() != offset;
+    if (attribute.Symbol) attribute.Symbol->SetAttributeValueStartOffset(attribute.ValueStart);
     NoteValuePos(attribute);
     char first = *FPosition;
-    attribute.Quoted = first == '"' || first == '\'';
-    FQuoteOpen = attribute.Quoted ? first : '\0';
-    FQuoteClose = 0;
+    attribute.IsQuoted = first == '"' || first == '\'';
+    FScan.QuoteOpen = attribute.IsQuoted ? first : '\0';
+    FScan.QuoteClose = 0;
     bool hasValue = !IsAtEnd() && first != '<' && first != '>';
     if (hasValue) {
         NeedAhead(2);
@@ -120,15 +127,15 @@ bool TMLParser::ScanAttributeValue(TAttributeScan& attribute, std::string& value
     }
     char next = *FPosition;
     bool isTagEnding = !IsAtEnd() && (next == '/' || next == '<' || next == '>');
-    if (IsBeforeCaret(FPosition - 1) && !isTagEnding) {
+    // A caret directly after an unquoted value is still in it: the word may go on.
+    bool isWordAtCaret = !attribute.IsQuoted && !value.empty() && !IsBeforeCaret(FPosition);
+    if (IsBeforeCaret(FPosition - 1) && !isTagEnding && !isWordAtCaret) {
         FCurrentAttribute = nullptr;
         FValueOffset = -1;
     }
-    if (next == '<' && !FScan.PastCaret) {
+    if (next == '<' && !FScan.PastCaret && IsBeforeCaret(FPosition)) {
         // A new tag begins without the last one having ended.
-        bool isBeforeCaret = IsBeforeCaret(FPosition);
-        SetTagOffsetEnd(FCurrentTag.Get(), Offset() - 1, FScan.IsClosing, isBeforeCaret);
-        if (!isBeforeCaret) FScan.PastCaret = true;
+        SetTagOffsetEnd(FCurrentTag.Get(), Offset() - 1, FScan.Tag.IsClosing(), true);
     }
     return true;
 }
@@ -137,25 +144,25 @@ bool TMLParser::ScanAttributeValue(TAttributeScan& attribute, std::string& value
 void TMLParser::NoteValuePos(const TAttributeScan& attribute) {
     if (!attribute.NameEndBeforeCaret) return;
     FAttributeStart = attribute.Start;
-    FAttributeValueStart = attribute.ValueStartOffset;
+    FAttributeValueStart = attribute.ValueStart;
     bool isQuote = *FPosition == '"' || *FPosition == '\'';
     if (FValueOffset >= 0 || !isQuote) return;
     FValueOffset = Offset() + 1;
-    FValueLineStart = -1;
+    FScan.ValueLineStart = -1;
 }
 
-/// An unquoted word behind white space is no value: it is read as the next name.
+/// An unquoted word after white space is no value: it is read as the next name.
 /// False if the document ended inside the value.
 bool TMLParser::ReadAttributeValue(TAttributeScan& attribute, std::string& value) {
     INibMLTagAttribute* symbol = attribute.Symbol.Get();
-    bool isRead = attribute.Quoted || !attribute.HasBlankBefore;
-    if (isRead) GetTagAttrValue(attribute.Quoted, value);
-    if (symbol) symbol->SetOffsetEnd(isRead ? Offset() : attribute.ValueStartOffset);
-    if (!IsAtEnd()) return true;
+    bool isRead = attribute.IsQuoted || !attribute.HasBlankBefore;
+    if (isRead) GetTagAttrValue(attribute.IsQuoted, value);
+    if (symbol) symbol->SetOffsetEnd(isRead ? Offset() : attribute.ValueStart);
+    if (!IsAtEnd() || NextBlock()) return true;
     if (symbol) {
         symbol->SetOffsetStart(attribute.Start);
         symbol->SetOffsetEnd(Offset() - 1);
-        AddTagAttr(attribute.Symbol, {}, FQuoteOpen, FQuoteClose);
+        AddTagAttr(attribute, {});
     }
     FScan.HasEnded = true;
     return false;
@@ -163,14 +170,14 @@ bool TMLParser::ReadAttributeValue(TAttributeScan& attribute, std::string& value
 
 void TMLParser::EndAttribute(TAttributeScan& attribute, std::string_view value) {
     if (INibMLTagAttribute* symbol = attribute.Symbol.Get()) {
-        AddTagAttr(attribute.Symbol, value, FQuoteOpen, FQuoteClose);
-        if (FScan.IsOutermost) FNamespaces.AddAttribute(ToUtf8(symbol->GetName()), value);
+        AddTagAttr(attribute, value);
+        if (FScan.Tag.IsOutermost) FNamespaces.AddAttribute(ToUtf8(symbol->GetName()), value);
         symbol->SetOffsetStart(attribute.Start);
         if (!value.empty()) symbol->SetOffsetEnd(Offset());
         Callback(symbol, ttAttribute, attribute.Start, Offset());
     }
-    FCurrentColOffset = Offset();
-    SetTagOffsetEnd(FCurrentTag.Get(), Offset(), FScan.IsClosing, IsBeforeCaret(FPosition));
+    FScan.ColumnOffset = Offset();
+    SetTagOffsetEnd(FCurrentTag.Get(), Offset(), FScan.Tag.IsClosing(), IsBeforeCaret(FPosition));
 }
 
 /// Reads a value of any length at the position. A quoted one that is never closed runs
@@ -191,12 +198,12 @@ void TMLParser::GetTagAttrValue(bool quoted, std::string& value) {
         if (isQuote && !openQuote) {
             takeRun();
             EnterRegion(pcString);
-            openQuote = FQuoteOpen = c;
-            FQuoteClose = 0;
+            openQuote = FScan.QuoteOpen = c;
+            FScan.QuoteClose = 0;
             run = ++FPosition;
         } else if (isQuote && c == openQuote) {
             takeRun();
-            FQuoteClose = c;
+            FScan.QuoteClose = c;
             ++FPosition;
             LeaveRegion(pcString);
             return;

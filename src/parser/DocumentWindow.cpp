@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 #include "markup/Text.h"
 
@@ -78,23 +79,35 @@ bool TDocumentWindow::Fill() {
 }
 
 bool TDocumentWindow::Next() {
-    if (Fill()) {
-        FStitched.clear();
-        return true;
-    }
-    PlaceCaret();
-    return false;
+    KeepCapture(FEnd);
+    bool hasMore = Fill();
+    if (hasMore) FStitched.clear();
+    else PlaceCaret();
+    if (FCaptureFrom) FCaptureFrom = hasMore ? FStart : FEnd;
+    return hasMore;
 }
 
 bool TDocumentWindow::Extend(const char* p) {
     if (!IsCutInToken(p)) return false;
     std::string kept(p, FEnd);
     int32_t offset = OffsetOf(p);
-    if (!Fill()) return false;
+    std::string captured = FCaptureFrom ? std::string(FCaptureFrom, p) : std::string();
+    if (!Fill()) {
+        PlaceCaret();
+        return false;
+    }
     kept.append(FStart, FEnd);
     FStitched = std::move(kept);
     SetBlock(FStitched.data(), FStitched.data() + FStitched.size(), offset);
+    FCaptured += captured;
+    if (FCaptureFrom) FCaptureFrom = FStart;
     return true;
+}
+
+std::string TDocumentWindow::TakeCapture(const char* p) {
+    KeepCapture(p);
+    FCaptureFrom = nullptr;
+    return std::exchange(FCaptured, {});
 }
 
 }  // namespace caretwell

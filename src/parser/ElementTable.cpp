@@ -22,6 +22,10 @@ TRef<INibMLTag> TElementTable::NewUnknown(std::string_view name) const {
     return MakeRef<TNamedTag>(ToUtf16(name), &FContext, -1);
 }
 
+TRef<INibMLTag> TElementTable::NewDocType(std::string_view name) const {
+    return MakeRef<TDocTypeTag>(ToUtf16(name), &FContext, -1);
+}
+
 void TElementTable::Add(TRef<INibMLTag> tag) {
     auto bucket = std::make_unique<TTagBucket>();
     bucket->Name = ToUtf8(tag->GetName());

@@ -8,9 +8,9 @@
 #include <string>
 #include <string_view>
 
-#include "caretwell/markup/MLParserUtils.h"
-#include "caretwell/parser/NameKey.h"
-#include "caretwell/tagmodel/HTMLTag.h"
+#include "markup/MLParserUtils.h"
+#include "parser/NameKey.h"
+#include "tagmodel/HTMLTag.h"
 
 namespace caretwell {
 
@@ -48,6 +48,8 @@ public:
     THTMLTag* GetRoot() const { return FRoot.Get(); }
     /// A tag for an element that the schema does not know.
     TRef<INibMLTag> NewUnknown(std::string_view name) const;
+    /// A tag for a doctype declaration, told to observers.
+    TRef<INibMLTag> NewDocType(std::string_view name) const;
 
     void Add(TRef<INibMLTag> tag);
     void Remove(TTagBucket& bucket);

@@ -1,134 +1,116 @@
-// A parse from its start to its end: reset, scan, fix-ups, closing tags, schema.
+// A scan from its start to its end, and what can be asked of its outcome.
 #include "parser/MLParser.h"
 
 #include <algorithm>
 
-#include "tagmodel/DocumentNodes.h"
+#include "host/ValueScope.h"
+#include "parser/ElementTable.h"
 
 namespace caretwell {
 
-TMLParser::TMLParser(TMLSymbolManager& symbolManager) : FSymbolManager(symbolManager) {}
+TMLParser::TMLParser(TElementTable& table, IDocumentRoad& road) : FTable(table), FRoad(road) {}
 
 TMLParser::~TMLParser() = default;
 
-void TMLParser::Parse(TNibEditPos caret, TRef<IMLBufferProducer> producer, TRef<INibMLTag> startTag) {
-    if (!producer || !FSymbolManager.BeginParse()) return;
-    struct TEndOfParse {
-        TMLParser& Parser;
-        ~TEndOfParse() {
-            Parser.FProducer = nullptr;
-            Parser.FState = mlpsNone;
-            Parser.FSymbolManager.EndParse();
-        }
-    } guard{*this};
-    FProducer = std::move(producer);
-    FSymbolManager.InitParse(FProducer->GetFilename());
-    FSymbolManager.SetParser(this);
-    Reset(caret, startTag);
-    if (FWindow.Open(*FProducer, caret)) {
-        FPosition = FWindow.GetStart();
-        ParseMLDocument();
-    }
-    FinishParse(startTag);
-    if (FSymbolManager.GetKibitzMode() == kmXML) FSymbolManager.SetNamespaces(FNamespaces);
-    else FSymbolManager.SetSchemaFile(FSchemaFile);
-}
-
-void TMLParser::Reset(TNibEditPos caret, TRef<INibMLTag> startTag) {
-    FState = mlpsParsing;
-    FCaret = FValuePos = caret;
-    FValueOffset = FValueLineStart = FAttributeStart = FAttributeValueStart = -1;
-    FText.clear();
-    FTextStart = nullptr;
-    FStacks.Clear();
-    FAutoClosePositions.clear();
-    FResolvedPositions = 0;
-    FCurrentTagAttrs = nullptr;
-    FLastKnownTag = nullptr;
-    FCaretParentTag = nullptr;
-    FCurrentCol = FCurrentColOffset = -1;
-    FCaretInTagName = false;  // closing tags of the last list may go from the tags' lists
-    if (FCurrentTag) FCurrentTag->SetFilter({});
-    if (FCurrentAttribute) FCurrentAttribute->SetFilter({});
-    FSymbolManager.ResetLists();
-    FCurrentTag = std::move(startTag);
-    FInTag = FInScript = FInStyle = FInTextArea = FInComment = false;
-    FCurrentAttribute = nullptr;
-    FXSLOutputSchema = "loose.dtd";
-    FSchemaFile.clear();
-    FNamespaces.Clear();
-    FInDocType = FInXSLTemplate = FInClosingTag = false;
-    FSymbolManager.ClearClosedTags();
-    FQuoteOpen = FQuoteClose = 0;
-    FIsXML = FStop = FUnterminatedTag = false;
-    FContexts = pcNone;
-    FContextPos.clear();
-    FTagName.clear();
-    FAttrName.clear();
-    FDocTypeMark = 0;
+void TMLParser::Forget() {
+    static_cast<TCaretState&>(*this) = TCaretState();
     FScan = TScan();
+    FStacks.Clear();
+    FCurrentTagAttrs = nullptr;
     FLines = TLineCounter();
     FLinesAt = nullptr;
+    FResolvedPositions = 0;
 }
 
-void TMLParser::FinishParse(const TRef<INibMLTag>& startTag) {
-    FScan = TScan();
-    FState = mlpsNone;
+void TMLParser::Scan(IMLBufferProducer& producer, TNibEditPos caret, TRef<INibMLTag> startTag) {
+    TValueScope<TMLParserState> parsing(FState, mlpsParsing);
+    Forget();
+    FCaret = FValuePos = caret;
+    FCurrentTag = startTag;
+    if (FWindow.Open(producer, caret)) {
+        FPosition = FLinesAt = FWindow.GetStart();
+        StartText();
+        ScanDocument();
+        ResolveLines(FWindow.GetEnd());
+    }
+    FinishScan(startTag);
+    FinishValuePos(producer);
+}
+
+TRef<INibMLTag> TMLParser::FindTag(std::u16string_view name) const {
+    TTagBucket* bucket = FTable.FindBucket(name);
+    return bucket ? bucket->Tag : nullptr;
+}
+
+namespace {
+
+bool IsUnknown(const TRef<INibMLTag>& tag) { return Supports<INibMLNamedTag>(tag); }
+
+PTagEntry InnermostUnknown(PTagEntry entry) {
+    while (entry && !IsUnknown(entry->Tag)) entry = entry->Next;
+    return entry;
+}
+
+TRef<INibMLTag> InnermostKnown(PTagEntry entry) {
+    while (entry && IsUnknown(entry->Tag)) entry = entry->Next;
+    return entry ? entry->Tag : nullptr;
+}
+
+}  // namespace
+
+void TMLParser::FinishScan(const TRef<INibMLTag>& startTag) {
+    // A tag that the document leaves without an end may have text after the caret.
+    if (FScan.Tag.IsOpen && InCaretTag() && FCurrentTagAttrs) FCurrentTagAttrs->DropLoose();
+    FScan.Tag = TTagScan();
     if (FUnterminatedTag) FContexts.Add(pcElement);
-    if (FCurrentTag) {
-        FCurrentTag->SetFilter({});
+    if (!FCurrentTag) FCurrentTag = startTag;
+    FinishTags(startTag);
+    bool isNameTyped = FInTag && FCaretInTagName && !FInClosingTag && !FInScript && !FInStyle && !FInTextArea;
+    if (isNameTyped && !IsUnknown(FCurrentTag)) {
         PTagEntry top = GetTagStack();
-        if (top && SameText(top->Tag->GetName(), FCurrentTag->GetName())) {
-            FCurrentTag->SetOffsetEnd(top->OffsetEnd);
-            FCurrentTag->SetOffsetStart(top->OffsetStart);
+        FCaretParentTag = top ? top->Tag : TRef<INibMLTag>(FTable.GetRoot());
+        if (IsUnknown(FCaretParentTag)) {
+            FCaretParentTag = InnermostKnown(top);
+            if (!FCaretParentTag) FCaretParentTag = startTag ? startTag : TRef<INibMLTag>(FTable.GetRoot());
         }
-    } else {
-        FCurrentTag = startTag;
     }
-    // An attribute whose list has not been looked at yet begins like any other.
-    if (FCurrentAttribute) FCurrentAttribute->SetFilter({});
-    InsertFixups();
-    PTagEntry outermost = GetDocumentTags();
-    if (outermost && startTag && SameText(outermost->Tag->GetName(), startTag->GetName()))
-        PopTag(FSymbolManager.FindBucket(startTag->GetName()), ToUtf8(startTag->GetName()), false);
-    bool isTypingName =
-        FInTag && FCaretInTagName && !FInClosingTag && !FInScript && !FInStyle && !FInTextArea;
-    if (isTypingName && !Supports<INibMLNamedTag>(FCurrentTag)) {
-        FCaretParentTag =
-            GetTagStack() ? GetTagStack()->Tag : TRef<INibMLTag>(FSymbolManager.GetHiddenRootNode());
-    }
-    ProposeClosingTags();
-    FinishValuePos();
+    FLastKnownTag = LastKnown(startTag);
 }
 
-void TMLParser::InsertFixups() {
-    if (FCaretParentTag) FSymbolManager.InsertFixupElements(FCaretParentTag.Get(), FLastKnownTag.Get());
-    else if (Supports<INibMLNamedTag>(FCurrentTag))
-        FSymbolManager.InsertFixupElements(FLastKnownTag.Get(), FCurrentTag.Get());
-    else FSymbolManager.InsertFixupElements(FCurrentTag.Get(), FLastKnownTag.Get());
+/// The innermost known element around the innermost unknown one that holds the caret; null
+/// without an unknown one.
+TRef<INibMLTag> TMLParser::LastKnown(const TRef<INibMLTag>& startTag) const {
+    PTagEntry entry = GetTagStack();
+    if (!IsUnknown(FCurrentTag)) {
+        entry = InnermostUnknown(entry);
+        if (!entry) return nullptr;
+    }
+    auto known = InnermostKnown(entry);
+    return known ? known : startTag;
 }
 
-// What is open at the end of the whole document was never closed.
-void TMLParser::ProposeClosingTags() {
-    for (PTagEntry entry = GetDocumentTags(); entry; entry = entry->Next) {
-        if (!entry->Tag->GetRequiresClosingTag() && entry->Tag->GetEmpty()) continue;
-        if (entry->Line > FCaret.Line) continue;
-        std::u16string name = u"</";
-        name.append(entry->Tag->GetName()).append(u">");
-        auto closing = MakeRef<TClosingTag>(name, &FSymbolManager, -1);
-        closing->SetLineNumber(entry->Line);
-        FSymbolManager.AddClosedTag(closing);
+// A symbol tells of its last occurrence in the document, an entry of its own.
+void TMLParser::FinishTags(const TRef<INibMLTag>& startTag) {
+    PTagEntry top = GetTagStack();
+    if (FCurrentTag && top && SameText(top->Tag->GetName(), FCurrentTag->GetName())) {
+        FCurrentTag->SetOffsetEnd(top->OffsetEnd);
+        FCurrentTag->SetOffsetStart(top->OffsetStart);
+    }
+    PTagEntry last = GetDocumentTags();
+    if (startTag && last && SameText(last->Tag->GetName(), startTag->GetName())) {
+        std::string name = ToUtf8(startTag->GetName());
+        PopTag(FTable.FindBucket(startTag->GetName()), name, false);
     }
 }
 
 // The view knows characters; without one a column counts bytes.
-void TMLParser::FinishValuePos() {
+void TMLParser::FinishValuePos(IMLBufferProducer& producer) {
     FValuePos.Col = FCaret.Col;
     if (FValueOffset < 0) return;
-    auto internal = QueryAs<IMLBufferProducerInternal>(FProducer);
+    auto internal = QueryAs<IMLBufferProducerInternal>(&producer);
     INibEditView* view = internal ? internal->GetEditView() : nullptr;
     if (view) FValuePos.Col = view->CharPosToEditPos(view->OffsetToCharPos(FValueOffset)).Col;
-    else FValuePos.Col = static_cast<int16_t>(FValueOffset - FValueLineStart + 1);
+    else FValuePos.Col = static_cast<int16_t>(FValueOffset - FScan.ValueLineStart + 1);
 }
 
 // ---- the window
@@ -136,16 +118,15 @@ void TMLParser::FinishValuePos() {
 bool TMLParser::NextBlock() {
     ResolveLines(FWindow.GetEnd());
     if (!FWindow.Next()) return false;
-    FPosition = FLinesAt = FTextStart = FWindow.GetStart();
+    FPosition = FLinesAt = FWindow.GetStart();
     return true;
 }
 
 /// Makes sure that a token of count bytes is not cut by the end of the block.
 void TMLParser::NeedAhead(int32_t count) {
     if (FWindow.GetEnd() - FPosition >= count || !FWindow.IsCutInToken(FPosition)) return;
-    CollectText();
     ResolveLines(FPosition);
-    if (FWindow.Extend(FPosition)) FPosition = FLinesAt = FTextStart = FWindow.GetStart();
+    if (FWindow.Extend(FPosition)) FPosition = FLinesAt = FWindow.GetStart();
 }
 
 // Entries pushed in this block that are still open stand together at the tops, so the
@@ -165,9 +146,9 @@ void TMLParser::ResolveLines(const char* upTo) {
         points.push_back({.Offset = FAutoClosePositions[i].Offset, .AutoClose = &FAutoClosePositions[i]});
     FResolvedPositions = FAutoClosePositions.size();
     int32_t columnStart = -1;
-    if (FCurrentColOffset >= 0) points.push_back({.Offset = FCurrentColOffset, .LineStart = &columnStart});
-    if (FValueOffset >= 0 && FValueLineStart < 0)
-        points.push_back({.Offset = FValueOffset, .LineStart = &FValueLineStart});
+    if (FScan.ColumnOffset >= 0) points.push_back({.Offset = FScan.ColumnOffset, .LineStart = &columnStart});
+    if (FValueOffset >= 0 && FScan.ValueLineStart < 0)
+        points.push_back({.Offset = FValueOffset, .LineStart = &FScan.ValueLineStart});
     std::sort(points.begin(), points.end(),
               [](const TPoint& a, const TPoint& b) { return a.Offset < b.Offset; });
 
@@ -188,8 +169,8 @@ void TMLParser::ResolveLines(const char* upTo) {
     }
     advance(upTo);
     FLinesAt = at;
-    if (FCurrentColOffset >= 0) FCurrentCol = FCurrentColOffset - columnStart;
-    FCurrentColOffset = -1;
+    if (FScan.ColumnOffset >= 0) FCurrentCol = FScan.ColumnOffset - columnStart;
+    FScan.ColumnOffset = -1;
 }
 
 // ---- attributes written on the current tag
@@ -204,6 +185,10 @@ std::u16string_view TMLParser::GetCurrentTagAttrName(int32_t index) const {
 }
 std::u16string TMLParser::GetCurrentTagAttrValue(int32_t index) const {
     return GetCurrentTagAttrs(index) ? ToUtf16(FCurrentTagAttrs->Get(index).Value) : std::u16string();
+}
+
+bool TMLParser::IsCurrentTagAttrAtCaret(int32_t index) const {
+    return GetCurrentTagAttrs(index) && FCurrentTagAttrs->Get(index).TouchesCaret;
 }
 
 namespace {

@@ -8,8 +8,8 @@
 #include <cstring>
 #include <string_view>
 
-#include "caretwell/markup/NameMap.h"
-#include "caretwell/markup/Text.h"
+#include "markup/NameMap.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 

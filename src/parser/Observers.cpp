@@ -33,36 +33,30 @@ void TMLParser::Tell(INibMLMarkupPos* element, TTagType type, int32_t offsetStar
         callback->ElementParsed(this, element, type, offsetStart, offsetEnd, stop);
         if (stop) ++votes;
     }
-    FStop = votes == callbacks.size();
+    // A later element of the same turn takes no vote back.
+    FScan.HasStopped |= votes == callbacks.size();
 }
 
 // ---- text, which is put together only for observers
 
-void TMLParser::CollectText() {
-    if (IsObserved() && FTextStart && FTextStart < FPosition) FText.append(FTextStart, FPosition);
-    FTextStart = FPosition;
+/// Text begins at the position, as far as it lies before the caret.
+void TMLParser::StartText() {
+    if (!IsObserved() || !IsBeforeCaret(FPosition - 1)) return;
+    FScan.TextOffset = Offset();
+    FWindow.StartCapture(FPosition);
 }
 
-void TMLParser::StartText(int32_t offset) {
-    FScan.TextOffset = offset;
-    FText.clear();
-    FTextStart = FPosition;
-}
-
+/// Tells of the text up to the position. Between two tags there may be none; at the end of the
+/// document observers hear that its text is over in any case.
 void TMLParser::ReportText(int32_t offsetEnd) {
     if (!IsObserved()) return;
+    std::string text = FWindow.TakeCapture(FPosition);
+    if (text.empty() && !IsAtEnd()) return;
     auto node = MakeRef<TMLText>();
     node->SetOffsetStart(FScan.TextOffset);
     node->SetOffsetEnd(offsetEnd);
-    node->SetText(ToUtf16(FText));
-    FText.clear();
+    node->SetText(ToUtf16(text));
     Callback(node.Get(), ttText, FScan.TextOffset, offsetEnd);
-}
-
-// Nothing lies before a caret on line 0, so the scan only finds the doctype.
-void TMLParser::BootStrapDTD(TRef<IMLBufferProducer> producer) {
-    Parse(TNibEditPos{0, 0}, std::move(producer), nullptr);
-    FSymbolManager.SetSchemaFile(FSchemaFile);
 }
 
 }  // namespace caretwell

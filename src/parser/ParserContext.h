@@ -1,4 +1,5 @@
-// The kinds of region that a place of a document may stand in.
+// The kinds of region that a place of a document may stand in. New kinds go to the end: the
+// numbers are known to hosts.
 #pragma once
 
 #include <cstdint>
@@ -17,6 +18,8 @@ enum TParserContexts : uint16_t {
     pcString,
     pcAspComment,
     pcElement,
+    pcCDATA,
+    pcInternalSubset,
 };
 using TParserContext = TFlags<TParserContexts, uint16_t>;
 

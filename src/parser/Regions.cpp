@@ -1,6 +1,9 @@
 // Stretches that are not markup: comments, processing instructions, server script,
 // strings, and the raw content of script, style and text area elements. A region left
 // open at the end of the document stays recorded.
+#include "parser/Regions.h"
+
+#include <algorithm>
 #include <cstring>
 
 #include "parser/ByteClasses.h"
@@ -11,158 +14,131 @@ namespace caretwell {
 
 void TMLParser::EnterRegion(TParserContexts region) {
     if (region != pcNone) FContexts.Add(region);
-    NoteComment(region, true);
     FContextPos.push_back(Offset());
 }
 
 void TMLParser::LeaveRegion(TParserContexts region) {
     if (region != pcNone) FContexts.Remove(region);
-    NoteComment(region, false);
     PopContextPos();
 }
 
-/// The position stands behind the mark that begins or ends a region.
-void TMLParser::NoteComment(TParserContexts region, bool isInside) {
-    bool isComment = region == pcHTMLComment || region == pcAspComment || region == pcProcessingInstruction;
-    if (isComment && IsBeforeCaret(FPosition - 1)) FInComment = isInside;
+/// Moves to the next of the stop bytes, across blocks. False at the end of the document.
+bool TMLParser::SkipTo(std::string_view stops) {
+    constexpr int32_t LongestEnd = 3;
+    for (;;) {
+        const char* end = FWindow.GetEnd();
+        if (stops.size() == 1) {
+            auto* found = std::memchr(FPosition, stops[0], static_cast<size_t>(end - FPosition));
+            FPosition = found ? static_cast<const char*>(found) : end;
+        } else {
+            FPosition = std::find_first_of(FPosition, end, stops.begin(), stops.end());
+        }
+        if (!IsAtEnd()) {
+            // An end mark is looked at as a whole.
+            NeedAhead(LongestEnd);
+            return true;
+        }
+        if (!NextBlock()) return false;
+    }
 }
 
-/// Moves to the next block inside a region, collecting what was passed for observers:
-/// into text, or with the text of the document if that is null.
-/// False at the end of the document.
-bool TMLParser::NextRegionBlock(std::string* text, const char*& textStart) {
-    if (!text) CollectText();
-    else if (IsObserved()) text->append(textStart, FPosition);
-    if (!NextBlock()) {
-        textStart = FPosition;
-        return false;
+/// Reads a region whose beginning was read. start is the offset of its "<"; FScan.BeforeCaret
+/// says that the caret lies further in than directly after that.
+void TMLParser::HandleRegion(const TRegionRule& rule, int32_t start, bool holdsCaret) {
+    EnterRegion(rule.Region);
+    if (holdsCaret) {
+        FCaretRegion = rule.Region;
+        if (rule.CaretFlag) this->*rule.CaretFlag = true;
+        if (IsObserved()) FWindow.StartCapture(FPosition);
     }
-    textStart = FPosition;
+    if (!FindRegionEnd(rule)) return;
+    LeaveRegion(rule.Region);
+    bool isLeft = IsBeforeCaret(FPosition - 1);
+    if (isLeft) {
+        FCaretRegion = pcNone;
+        if (rule.CaretFlag) this->*rule.CaretFlag = false;
+    }
+    if (IsObserved() && isLeft) ReportRegion(rule, start);
+    if (isLeft && !FScan.Tag.IsOpen) StartText();
+}
+
+bool TMLParser::FindRegionEnd(const TRegionRule& rule) {
+    int32_t depth = 0;
+    while (SkipTo(rule.Stops)) {
+        char stop = *FPosition;
+        if (ClassOf(stop) == bcQuote) {
+            if (!SkipRegionString(rule)) return false;
+            continue;
+        }
+        if (rule.EndBytes.find(stop) == std::string_view::npos) {
+            ++FPosition;
+            if (!rule.NestsScripts) SkipNestedComment();
+            else if (*FPosition == '%' && !IsAtEnd()) ++depth;
+            continue;
+        }
+        size_t count = 0;
+        for (; *FPosition == stop && !IsAtEnd(); ++FPosition) ++count;
+        if (rule.Region == pcInternalSubset) return true;
+        if (IsAtEnd() && !NextBlock()) return false;
+        if (count < rule.EndCount || *FPosition != '>') continue;
+        // The end of a server script inside a server comment does not end that.
+        if (depth-- > 0) continue;
+        ++FPosition;
+        return true;
+    }
+    return false;
+}
+
+/// Steps over a string, in which an end mark does not count. A quote without its twin on the
+/// line, and an apostrophe between letters, is none: <?php // don't ?>
+/// False at the end of the document.
+bool TMLParser::SkipRegionString(const TRegionRule& rule) {
+    const char quote = *FPosition;
+    if (rule.Strings == TRegionRule::TStrings::OfAnyLength) {
+        ++FPosition;
+        if (!SkipTo(std::string_view(&quote, 1))) return false;
+        ++FPosition;
+        return true;
+    }
+    NeedAhead(TDocumentWindow::MaxKept);
+    const char* end = FWindow.GetEnd();
+    const char* p = ++FPosition;
+    bool isBetweenLetters = quote == '\'' && IsLetter(p[-2]) && p < end && IsLetter(*p);
+    if (isBetweenLetters) return true;
+    while (p < end && *p != quote && !IsLineBreak(*p)) ++p;
+    if (p < end && *p == quote) FPosition = p + 1;
     return true;
 }
 
-/// Moves to the next of one or two stop bytes, across blocks. False at the end of the document.
-bool TMLParser::SkipTo(std::string_view stops, std::string* text, const char*& textStart) {
-    for (;;) {
-        const char* end = FWindow.GetEnd();
-        auto find = [&](char stop) {
-            auto* found = std::memchr(FPosition, stop, static_cast<size_t>(end - FPosition));
-            return found ? static_cast<const char*>(found) : end;
-        };
-        const char* nearest = end;
-        if (stops.size() == 1) {
-            nearest = find(stops[0]);
-        } else {
-            nearest = FPosition;
-            while (nearest < end && stops.find(*nearest) == std::string_view::npos) ++nearest;
+/// At the "<" of a declaration in an internal subset: quotes and brackets in a comment are text.
+void TMLParser::SkipNestedComment() {
+    NeedAhead(3);
+    if (std::string_view(FPosition, static_cast<size_t>(FWindow.GetEnd() - FPosition)).starts_with("!--")) {
+        FPosition += 3;
+        while (SkipTo("-")) {
+            if (FPosition[1] == '-' && FPosition[2] == '>') return;
+            ++FPosition;
         }
-        FPosition = nearest;
-        if (!IsAtEnd()) {
-            // An end mark is looked at as a whole.
-            if (FWindow.GetEnd() - FPosition < 2 && FWindow.IsCutInToken(FPosition)) {
-                if (text && IsObserved()) text->append(textStart, FPosition);
-                NeedAhead(2);
-                textStart = FPosition;
-            }
-            return true;
-        }
-        if (!NextRegionBlock(text, textStart)) return false;
     }
 }
 
-/// Tells observers of a region that ends before the caret; its end mark of so many
-/// bytes is no part of its text.
-template <class TNode>
-void TMLParser::ReportRegion(TTagType type, std::string& text, const char* textStart, size_t endMark) {
-    if (!IsObserved() || !IsBeforeCaret(FPosition)) return;
-    text.append(textStart, FPosition);
-    text.resize(text.size() - std::min(endMark, text.size()));
-    auto node = MakeRef<TNode>();
-    node->SetOffsetStart(FScan.TagStart);
-    node->SetOffsetEnd(Offset());
-    node->SetText(ToUtf16(text));
-    Callback(node.Get(), type, FScan.TagStart, Offset());
+/// Tells observers of a region that ends before the caret.
+void TMLParser::ReportRegion(const TRegionRule& rule, int32_t start) {
+    std::string text = FWindow.TakeCapture(FPosition);
+    if (rule.EndLength == 0) return;
+    text.resize(text.size() - std::min(rule.EndLength, text.size()));
+    auto tell = [&](auto node) {
+        node->SetOffsetStart(start);
+        node->SetOffsetEnd(Offset());
+        node->SetText(ToUtf16(text));
+        Callback(node.Get(), rule.Type, start, Offset());
+    };
+    if (rule.Type == ttProcessingInstruction) tell(MakeRef<TMLProcessingInstruction>());
+    else if (rule.Type == ttServerScript) tell(MakeRef<TMLServerScript>());
+    else tell(MakeRef<TMLComment>());
 }
 
-// A single "-" before ">" ends a comment too, unlike the standard.
-void TMLParser::HandleHTMLComment() {
-    EnterRegion(pcHTMLComment);
-    std::string text;
-    const char* textStart = FPosition;
-    while (SkipTo("-", &text, textStart)) {
-        while (*FPosition == '-' && !IsAtEnd()) ++FPosition;
-        if (IsAtEnd() && !NextRegionBlock(&text, textStart)) return;
-        if (*FPosition != '>') continue;
-        ++FPosition;
-        LeaveRegion(pcHTMLComment);
-        ReportRegion<TMLComment>(ttComment, text, textStart, 3);
-        return;
-    }
-}
-
-void TMLParser::HandleProcessingInstruction() {
-    EnterRegion(pcProcessingInstruction);
-    std::string text;
-    const char* textStart = FPosition;
-    while (SkipTo("\"'?/", &text, textStart)) {
-        if (ClassOf(*FPosition) == bcQuote) {
-            // An end mark inside a string does not count.
-            if (IsObserved()) text.append(textStart, FPosition);
-            std::string string;
-            FTextStart = FPosition;
-            HandleString();
-            if (IsObserved() && FTextStart) text.append(FTextStart, FPosition);
-            textStart = FPosition;
-            continue;
-        }
-        ++FPosition;
-        if (*FPosition != '>' || IsAtEnd()) continue;
-        ++FPosition;
-        LeaveRegion(pcProcessingInstruction);
-        ReportRegion<TMLProcessingInstruction>(ttProcessingInstruction, text, textStart, 2);
-        return;
-    }
-}
-
-void TMLParser::HandleServerSideScript() {
-    EnterRegion(pcServerSideScript);
-    std::string text;
-    const char* textStart = FPosition;
-    while (SkipTo("%", &text, textStart)) {
-        ++FPosition;
-        if (*FPosition != '>' || IsAtEnd()) continue;
-        ++FPosition;
-        LeaveRegion(pcServerSideScript);
-        ReportRegion<TMLServerScript>(ttServerScript, text, textStart, 2);
-        return;
-    }
-}
-
-// A server script inside a server comment does not end it.
-void TMLParser::HandleASPComment() {
-    EnterRegion(pcAspComment);
-    std::string text;
-    const char* textStart = FPosition;
-    int32_t depth = 0;
-    while (SkipTo("<%", &text, textStart)) {
-        bool isLess = *FPosition == '<';
-        ++FPosition;
-        if (isLess) {
-            if (*FPosition == '%' && !IsAtEnd()) ++depth;
-            continue;
-        }
-        if (*FPosition != '>' || IsAtEnd()) continue;
-        if (depth > 0) {
-            --depth;
-            continue;
-        }
-        ++FPosition;
-        LeaveRegion(pcAspComment);
-        ReportRegion<TMLComment>(ttAspComment, text, textStart, 2);
-        return;
-    }
-}
-
+/// A string where no value is read. In a doctype it may name the schema.
 void TMLParser::HandleString() {
     EnterRegion(pcString);
     const char quote[2] = {*FPosition, 0};
@@ -173,33 +149,51 @@ void TMLParser::HandleString() {
     for (;;) {
         auto* close = std::memchr(FPosition, quote[0], static_cast<size_t>(FWindow.GetEnd() - FPosition));
         FPosition = close ? static_cast<const char*>(close) : FWindow.GetEnd();
-        if (FInDocType) text.append(stringStart, FPosition);
+        if (InDocType()) text.append(stringStart, FPosition);
         if (close) break;
         if (!NextBlock()) return;
         stringStart = FPosition;
     }
-    if (FInDocType) {
+    if (InDocType()) {
         FSchemaFile = text;
-        FAttrName = quote + text + quote;
-        auto attribute = NewUnknownAttr(FAttrName);
+        auto attribute = NewUnknownAttr(quote + text + quote);
         Callback(attribute.Get(), ttAttribute, start, Offset());
     }
     ++FPosition;
     LeaveRegion(pcString);
 }
 
+namespace {
+
+struct TRawContentRule {
+    TParserContexts Region;
+    std::string_view ClosingTag;
+    bool TCaretState::*CaretFlag;
+};
+constexpr TRawContentRule RawContentRules[] = {
+    {pcNone, {}, nullptr},
+    {pcScript, "</script>", &TCaretState::FInScript},
+    {pcStyle, "</style>", &TCaretState::FInStyle},
+    {pcNone, "</textarea>", &TCaretState::FInTextArea},
+};
+
+}  // namespace
+
 /// Reads to the closing tag of the element, which the scan then reads as usual.
-void TMLParser::HandleRawContent(TParserContexts region, std::string_view closingTag, bool& flag) {
-    EnterRegion(region);
-    if (IsBeforeCaret(FPosition)) flag = true;
-    const char* textStart = FPosition;
-    while (SkipTo("<", nullptr, textStart)) {
-        NeedAhead(static_cast<int32_t>(closingTag.size()));
-        auto ahead = static_cast<size_t>(FWindow.GetEnd() - FPosition);
-        if (ahead >= closingTag.size() &&
-            SameText(std::string_view(FPosition, closingTag.size()), closingTag)) {
-            if (IsBeforeCaret(FPosition + closingTag.size())) flag = false;
-            LeaveRegion(region);
+void TMLParser::ScanRawContent(TRawContent content) {
+    if (content == TRawContent::None) return;
+    const TRawContentRule& rule = RawContentRules[static_cast<size_t>(content)];
+    EnterRegion(rule.Region);
+    if (IsBeforeCaret(FPosition)) this->*rule.CaretFlag = true;
+    auto length = static_cast<int32_t>(rule.ClosingTag.size());
+    while (SkipTo("<")) {
+        NeedAhead(length);
+        const char* end = FPosition + length;
+        if (FWindow.GetEnd() >= end &&
+            SameText(std::string_view(FPosition, rule.ClosingTag.size()), rule.ClosingTag)) {
+            // A caret directly after the closing tag stands outside.
+            if (IsBeforeCaret(end - 1)) this->*rule.CaretFlag = false;
+            LeaveRegion(rule.Region);
             return;
         }
         ++FPosition;

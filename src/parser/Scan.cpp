@@ -1,16 +1,16 @@
 // The scan of text and tags. The switch dispatches on a byte; a routine reads one thing.
 
 #include "parser/ByteClasses.h"
+#include "parser/ElementTable.h"
 #include "parser/MLParser.h"
-#include "tagmodel/DocumentNodes.h"
+#include "parser/NameKey.h"
+#include "parser/Regions.h"
 
 namespace caretwell {
 namespace {
 
 constexpr std::string_view DocTypeName = "DOCTYPE";
-constexpr std::string_view XSLTemplateName = "xsl:template";
 const TNameKey DocTypeKey = MakeNameKey(DocTypeName);
-const TNameKey XSLTemplateKey = MakeNameKey(XSLTemplateName);
 const TNameKey TextAreaKey = MakeNameKey("TEXTAREA");
 const TNameKey ScriptKey = MakeNameKey("SCRIPT");
 const TNameKey StyleKey = MakeNameKey("STYLE");
@@ -33,15 +33,13 @@ constexpr int32_t LongestMark = 12;
 
 }  // namespace
 
-void TMLParser::ParseMLDocument() {
-    FLinesAt = FTextStart = FPosition;
-    while (!FStop && !FScan.HasEnded) {
+void TMLParser::ScanDocument() {
+    while (!FScan.HasStopped && !FScan.HasEnded) {
         if (IsPlainText()) SkipPlainText();
         FScan.BeforeCaret = IsBeforeCaret(FPosition);
         if (IsAtEnd()) ScanEndOfBlock();
         else ScanByte();
     }
-    ResolveLines(FWindow.GetEnd());
 }
 
 void TMLParser::ScanByte() {
@@ -53,34 +51,34 @@ void TMLParser::ScanByte() {
         case bcPercent: return ScanPercent();
         case bcSlash: return ScanSlash();
         case bcLetter: return ScanLetter();
-        case bcOther: ++FPosition;
+        case bcOther: return ScanOther();
     }
 }
 
-// In text nothing but an angle bracket can change anything. Behind the tag that holds
-// the caret FInTag goes on telling where the caret stands; the text there is text.
-bool TMLParser::IsPlainText() const { return !FInDocType && !FInXSLTemplate && (!FInTag || FScan.PastCaret); }
+// In text nothing but an angle bracket can change anything. After the tag that holds the
+// caret FInTag goes on telling where the caret stands; the text there is text. Nor does the
+// inside of a tag after the caret's matter, but for its end.
+bool TMLParser::IsPlainText() const { return !InCaretTag() && !InDocType(); }
 
 void TMLParser::SkipPlainText() {
     const char* from = FPosition;
     FPosition = FindAngle(from, FWindow.GetEnd());
-    // Only with FInTag does "/>" end a tag of its own.
-    if (FInTag && FPosition > from && FPosition[-1] == '/' && *FPosition != '<') --FPosition;
+    if (FScan.Tag.IsOpen && FPosition > from && FPosition[-1] == '/' && *FPosition == '>') --FPosition;
 }
 
 void TMLParser::ScanEndOfBlock() {
-    bool beforeCaret = FScan.BeforeCaret;
-    if (beforeCaret) CollectText();
+    bool beforeCaret = IsBeforeCaret(FPosition - 1);
     if (NextBlock()) return;
-    if (beforeCaret) ReportText(Offset());
+    if (beforeCaret && !FScan.Tag.IsOpen) ReportText(Offset());
     FScan.HasEnded = true;
 }
 
-// A caret in white space, or behind an "=" without a value, is not in an attribute.
+// A caret in white space, or after an "=" without a value, is not in an attribute.
 void TMLParser::ScanWhiteSpace() {
     if (FScan.BeforeCaret) FCurrentAttribute = nullptr;
     const char* end = FWindow.GetEnd();
     if (IsLineBreak(*FPosition)) {
+        FScan.HasBreakAfterCaret |= !FScan.BeforeCaret;
         FPosition = SkipLineBreak(FPosition, end);
         return;
     }
@@ -91,301 +89,314 @@ void TMLParser::ScanWhiteSpace() {
 }
 
 void TMLParser::ScanLetter() {
-    bool isAttribute = !FScan.PastCaret && (FInTag || FInXSLTemplate || FInDocType);
-    if (isAttribute) return ScanAttribute();
+    if (InCaretTag() || InDocType()) return ScanAttribute();
     while (FPosition < FWindow.GetEnd() && IsLetter(*FPosition)) ++FPosition;
 }
 
-// Behind the tag that holds the caret an apostrophe is one: "it's" begins no string
-// that would hide the tags up to the next.
+// Only in a tag or a doctype does a quote begin a string: "it's" in text hides nothing.
 void TMLParser::ScanQuote() {
-    bool isString = (FInTag && !FScan.PastCaret) || FInDocType || FInXSLTemplate;
-    if (isString) HandleString();
+    if (InCaretTag() || InDocType()) HandleString();
     else ++FPosition;
     if (IsBeforeCaret(FPosition)) FCurrentAttribute = nullptr;
 }
 
+void TMLParser::ScanOther() {
+    if (*FPosition != '[' || !InDocType()) {
+        ++FPosition;
+        return;
+    }
+    int32_t start = Offset();
+    ++FPosition;
+    HandleRegion(InternalSubsetRegion, start, FScan.BeforeCaret);
+}
+
+/// True if the "/" at slash is the last byte of a value without quotes, <a href=x/>.
+bool TMLParser::EndsUnquotedValue(const char* slash) const {
+    for (const char* p = slash; p > FWindow.GetStart(); --p) {
+        char before = p[-1];
+        if (before == '=') return p < slash;
+        if (IsBlank(before) || IsLineBreak(before) || ClassOf(before) == bcQuote || before == '<')
+            return false;
+    }
+    return false;
+}
+
+// "/>" ends a tag without content.
 void TMLParser::ScanSlash() {
     NeedAhead(2);
-    ++FPosition;
-    if (!FInTag || *FPosition != '>') return;
+    const char* slash = FPosition++;
+    TTagScan& tag = FScan.Tag;
+    if (!tag.IsOpen || tag.Form == TTagForm::DocType || *FPosition != '>' || IsAtEnd()) return;
+    // In the caret's tag values have been read as such, elsewhere their text was passed over.
+    if (!InCaretTag() && EndsUnquotedValue(slash)) return;
     bool beforeCaret = FScan.BeforeCaret = IsBeforeCaret(FPosition);
     ++FPosition;
     if (!FContexts.Has(pcElement)) FUnterminatedTag = true;
     FContexts.Remove(pcElement);
     PopContextPos();
-    if (beforeCaret && FScan.HasName) Callback(FScan.ScanTag, ttSingleLine, FScan.TagStart, Offset());
-    bool isBehindBeforeCaret = IsBeforeCaret(FPosition);
-    if (isBehindBeforeCaret && FCurrentTagAttrs) FCurrentTagAttrs->Clear();
-    if (!FScan.PastCaret) {
-        SetTagOffsetEnd(FCurrentTag.Get(), Offset(), true, isBehindBeforeCaret);
-        if (!isBehindBeforeCaret) FScan.PastCaret = true;
+    if (beforeCaret) Callback(tag.Tag, ttSingleLine, tag.Start, Offset());
+    if (InCaretTag()) {
+        bool isEndBeforeCaret = IsBeforeCaret(FPosition);
+        if (isEndBeforeCaret && FCurrentTagAttrs) FCurrentTagAttrs->Clear();
+        SetTagOffsetEnd(FCurrentTag.Get(), Offset(), true, isEndBeforeCaret);
+        if (!isEndBeforeCaret) FScan.PastCaret = true;
     }
-    if (FCurrentTag) {
-        if (SameText(XSLTemplateName, FCurrentTag->GetName())) FInXSLTemplate = false;
-        PopTag(beforeCaret);
-    }
+    PopTag(beforeCaret);
+    tag.IsOpen = false;
     if (!beforeCaret) return;
-    FScan.HasName = false;
     FInTag = false;
     FCurrentAttribute = nullptr;
-    StartText(Offset());
+    StartText();
 }
 
 // "%>" ends a directive.
 void TMLParser::ScanPercent() {
     NeedAhead(2);
     const char* percent = FPosition++;
-    if (FScan.IsDirective && FInTag && *FPosition == '>') ScanTagEnd(percent);
+    bool isDirective = FScan.Tag.IsOpen && FScan.Tag.Form == TTagForm::Directive;
+    if (isDirective && FInTag && *FPosition == '>') ScanTagEnd(percent);
+}
+
+/// What observers are told of at the ">"; a doctype gets its tag here.
+TTagType TMLParser::FinishedTagType() {
+    switch (FScan.Tag.Form) {
+        case TTagForm::Closing: return ttClose;
+        case TTagForm::Directive: return ttDirective;
+        case TTagForm::DocType: MakeUpTag(FTable.NewDocType(FScan.Tag.Name)); return ttDocType;
+        default: return ttOpen;
+    }
+}
+
+bool TMLParser::IsEmptyTag() const {
+    const INibMLTag* tag = FScan.Tag.Tag;
+    return tag && FInTag && !tag->GetRequiresClosingTag() && tag->GetEmpty();
 }
 
 void TMLParser::ScanTagEnd(const char* remembered) {
-    if (!FScan.BeforeCaret && FScan.IsDocType) ++FDocTypeMark;
-    FScan.BeforeCaret = IsBeforeCaret(FPosition);
+    TTagScan& tag = FScan.Tag;
+    bool beforeCaret = FScan.BeforeCaret = IsBeforeCaret(FPosition);
     int32_t rememberedOffset = FWindow.OffsetOf(remembered);
     ++FPosition;
-    if (FScan.HasName && !FContexts.Has(pcElement)) FUnterminatedTag = true;
+    bool isEnd = tag.IsOpen;
+    if (isEnd && !FContexts.Has(pcElement)) FUnterminatedTag = true;
     FContexts.Remove(pcElement);
     PopContextPos();
-    if (FScan.HasName && FScan.BeforeCaret) {
-        TTagType type = FScan.IsClosing     ? ttClose
-                        : FInDocType        ? ttDocType
-                        : FScan.IsDirective ? ttDirective
-                                            : ttOpen;
-        if (type == ttDocType) MakeUpTag(MakeRef<TDocTypeTag>(ToUtf16(FTagName), &FSymbolManager, -1));
-        Callback(FScan.ScanTag, type, FScan.TagStart, Offset());
+    if (isEnd && beforeCaret) {
+        TTagType type = FinishedTagType();
+        Callback(tag.Tag, type, tag.Start, Offset());
+        if (type == ttDocType) FInDocType = false;
     }
-    FInDocType = false;
-    auto isEmptyTag = [this] {
-        const INibMLTag* tag = FScan.ScanTag;
-        return tag && FInTag && !tag->GetRequiresClosingTag() && tag->GetEmpty();
-    };
-    if (FInTag && !FScan.PastCaret) {
-        bool isBehindBeforeCaret = IsBeforeCaret(FPosition);
-        SetTagOffsetEnd(FCurrentTag.Get(), rememberedOffset, isEmptyTag(), isBehindBeforeCaret);
-        if (!isBehindBeforeCaret) FScan.PastCaret = true;
+    if (InCaretTag()) {
+        bool isEndBeforeCaret = IsBeforeCaret(FPosition);
+        SetTagOffsetEnd(FCurrentTag.Get(), rememberedOffset, IsEmptyTag(), isEndBeforeCaret);
+        if (!isEndBeforeCaret) FScan.PastCaret = true;
     }
-    if (FScan.IsClosing || FScan.IsDirective) PopTag(FScan.BeforeCaret);
-    if (FScan.BeforeCaret) EndTagBeforeCaret(isEmptyTag(), rememberedOffset);
-    if (!FScan.IsClosing) HandlePendingContent();
+    // A ">" in text ends nothing.
+    if (isEnd && (tag.IsClosing() || tag.Form == TTagForm::Directive)) PopTag(beforeCaret);
+    tag.IsOpen = false;
+    if (beforeCaret) EndTagBeforeCaret(isEnd && IsEmptyTag());
+    if (beforeCaret && isEnd) StartText();
+    if (isEnd) ScanRawContent(std::exchange(tag.Content, TRawContent::None));
 }
 
-void TMLParser::EndTagBeforeCaret(bool endsEmpty, int32_t rememberedOffset) {
-    if (endsEmpty) {
+void TMLParser::EndTagBeforeCaret(bool endsEmpty) {
+    if (endsEmpty && !FScan.Tag.IsClosing()) {
         if (FIsXML) PushAutoCloseTagPos();
-        else if (!FScan.IsClosing) PopTag(true);
+        else PopTag(true);
     }
-    if (FScan.HasName) StartText(rememberedOffset - 1);
-    FScan.HasName = FScan.IsDocType = false;
     FInClosingTag = FInTag = FInScript = FInTextArea = false;
     FCurrentAttribute = nullptr;
 }
 
-void TMLParser::HandlePendingContent() {
-    if (FScan.PendingScript) {
-        FTextStart = FPosition;
-        HandleRawContent(pcScript, "</SCRIPT>", FInScript);
-        FScan.PendingScript = false;
-    } else if (FScan.PendingStyle) {
-        FTextStart = FPosition;
-        HandleRawContent(pcStyle, "</style>", FInStyle);
-        FScan.PendingStyle = false;
-    } else if (FScan.PendingTextArea) {
-        FTextStart = FPosition;
-        HandleRawContent(pcNone, "</TEXTAREA>", FInTextArea);
-        FScan.PendingTextArea = false;
-    }
+/// The tag at the caret ends where the next one begins, at offset. Words after the caret may
+/// then be text that nobody has put behind a ">" yet: <p ^ some text <b>.
+void TMLParser::EndCaretTag(int32_t offset) {
+    if (FCurrentTagAttrs) FCurrentTagAttrs->DropLoose();
+    SetTagOffsetEnd(FCurrentTag.Get(), offset - 1, FInClosingTag, false);
+    FScan.PastCaret = true;
 }
 
 void TMLParser::ScanTagStart() {
     NeedAhead(LongestMark);
-    FScan.TagStart = FCurrentColOffset = Offset();
-    FScan.OpenedBeforeCaret = FScan.BeforeCaret && !FCaretInTagName;
-    FScan.IsDirective = FScan.IsOutermost = false;
-    if (FScan.BeforeCaret && IsObserved()) {
-        CollectText();
-        if (!FText.empty()) ReportText(FScan.TagStart - 1);
-    }
+    bool opened = FScan.BeforeCaret && !FCaretInTagName;
+    int32_t start = Offset();
+    FScan.ColumnOffset = start;
+    // Inside a tag there is no text.
+    if (FScan.BeforeCaret && !FScan.Tag.IsOpen) ReportText(start);
     ++FPosition;
-    FTextStart = FPosition;
-    FScan.BeforeCaret = IsBeforeCaret(FPosition);
-    if (FScan.BeforeCaret) FCurrentAttribute = nullptr;
-    FScan.IsClosing = *FPosition == '/';
-    if (FScan.BeforeCaret) FInClosingTag = FScan.IsClosing;
-    if (FScan.IsClosing) ++FPosition;
-    if (ScanRegion()) return;
-    if (FContexts.Has(pcElement)) FUnterminatedTag = true;
-    FContexts.Add(pcElement);
-    FContextPos.push_back(Offset());
-    ScanTagName();
+    bool isMarkBeforeCaret = FScan.BeforeCaret = IsBeforeCaret(FPosition);
+    if (isMarkBeforeCaret) FCurrentAttribute = nullptr;
+    if (ScanRegion(start)) return;
+    TTagScan tag;
+    tag.Start = start;
+    tag.OpenedBeforeCaret = opened;
+    tag.Form = ReadTagForm();
+    if (isMarkBeforeCaret) FInClosingTag = tag.IsClosing();
+    ScanTagName(std::move(tag));
 }
 
 /// Tells an embedded region from a tag. True if it was one and is done with.
-bool TMLParser::ScanRegion() {
+bool TMLParser::ScanRegion(int32_t start) {
+    std::string_view ahead(FPosition, static_cast<size_t>(FWindow.GetEnd() - FPosition));
+    auto handle = [&](const TRegionRule& rule) {
+        FPosition += rule.Begin.size();
+        HandleRegion(rule, start, FScan.BeforeCaret);
+        return true;
+    };
     switch (*FPosition) {
         case '!':
-            ++FPosition;
-            if (*FPosition != '-') return false;
-            if (*++FPosition != '-') return false;
-            ++FPosition;
-            HandleHTMLComment();
-            StartText(Offset());
-            return true;
-        case '%': return ScanServerRegion();
         case '?':
-            ++FPosition;
-            for (char c : {'x', 'm', 'l'}) {
-                if (*FPosition != c) break;
-                ++FPosition;
-                if (c == 'l' && (IsBlank(*FPosition) || IsLineBreak(*FPosition))) FIsXML = true;
-            }
-            HandleProcessingInstruction();
-            StartText(Offset());
-            return true;
+            if (ahead.starts_with("?xml") && ahead.size() > 4 && ClassOf(ahead[4]) == bcWhite) FIsXML = true;
+            for (const TRegionRule& rule : MarkedRegions)
+                if (ahead.starts_with(rule.Begin)) return handle(rule);
+            return false;
+        case '%':
+            if (ahead.starts_with("%@")) return false;
+            return handle(ahead.starts_with("%--") ? ServerCommentRegion : ServerScriptRegion);
         default: return false;
     }
 }
 
-bool TMLParser::ScanServerRegion() {
-    if (IsBeforeCaret(FPosition)) FInScript = true;
-    ++FPosition;
-    if (*FPosition == '@') {
-        FScan.IsDirective = true;
-        ++FPosition;
-        SkipWhiteSpace();
-        return false;
+/// Reads what stands between "<" and the name.
+TTagForm TMLParser::ReadTagForm() {
+    switch (*FPosition) {
+        case '/': ++FPosition; return TTagForm::Closing;
+        case '!': ++FPosition; return TTagForm::DocType;
+        case '%':
+            FPosition += 2;
+            SkipWhiteSpace();
+            return TTagForm::Directive;
+        default: return TTagForm::Opening;
     }
-    if (*FPosition == '-') {
-        if (*++FPosition != '-') return true;
-        ++FPosition;
-        HandleASPComment();
-        StartText(Offset());
-        if (IsBeforeCaret(FPosition)) FInScript = false;
-        return true;
-    }
-    HandleServerSideScript();
-    if (IsBeforeCaret(FPosition)) {
-        StartText(Offset());
-        FInScript = false;
-    }
-    return true;
 }
 
-/// Reads the name at the position, which moves behind it. The name is a view of the
+/// Reads the name at the position, which moves past it. The name is a view of the
 /// window, good until the window moves on. A multi-byte character counts as a whole, as
 /// far as its tail is there: a broken one does not swallow what follows.
 std::string_view TMLParser::ReadName() {
-    const char* behind = SkipName(FPosition, FWindow.GetEnd());
-    if (behind == FWindow.GetEnd()) {
-        NeedAhead(static_cast<int32_t>(behind - FPosition) + 1);
-        behind = SkipName(FPosition, FWindow.GetEnd());
+    const char* end = SkipName(FPosition, FWindow.GetEnd());
+    if (end == FWindow.GetEnd()) {
+        NeedAhead(static_cast<int32_t>(end - FPosition) + 1);
+        end = SkipName(FPosition, FWindow.GetEnd());
     }
-    std::string_view name(FPosition, static_cast<size_t>(behind - FPosition));
-    FPosition = behind;
+    std::string_view name(FPosition, static_cast<size_t>(end - FPosition));
+    FPosition = end;
     return name;
 }
 
-void TMLParser::ScanTagName() {
+void TMLParser::ScanTagName(TTagScan tag) {
     bool nameBeforeCaret = IsBeforeCaret(FPosition);
     std::string_view name = ReadName();
     int32_t nameOffset = FWindow.OffsetOf(name.data());
     bool hasHeadAhead = FWindow.GetEnd() - name.data() >= 8;
     TNameKey key = MakeNameKey(name.data(), name.size(), hasHeadAhead);
     FScan.BeforeCaret = IsBeforeCaret(FPosition);
-    FScan.HasName = !name.empty() || FScan.IsDirective;
-    FScan.IsDocType = !FScan.IsDirective && key == DocTypeKey;
-    if (!FScan.BeforeCaret && FScan.OpenedBeforeCaret) FCaretInTagName = true;
-    if (FScan.IsDocType) return BeginDocType(name, nameBeforeCaret);
+    FScan.Tag = std::move(tag);
+    bool isTyped = !FScan.BeforeCaret && FScan.Tag.OpenedBeforeCaret;
+    if (FScan.Tag.Form == TTagForm::DocType) return BeginDocType(key, name, nameBeforeCaret, isTyped);
+    if (isTyped) FCaretInTagName = true;
+    if (name.empty() && FScan.Tag.Form != TTagForm::Directive) return IgnoreNamelessTag();
     if (!FindScanTag(key, name)) return;
-    if (key == XSLTemplateKey && SameText(name, XSLTemplateName)) FInXSLTemplate = !FScan.IsClosing;
-    if (!FScan.ScanTag && !FScan.HasName) return IgnoreNamelessTag();
-    if (!FScan.ScanTag) MakeUpTag(NewUnknownElement(name));
-    if (FScan.BeforeCaret || FScan.OpenedBeforeCaret) FInTag = true;
-    if (!FScan.IsClosing) {
-        if ((FScan.BeforeCaret && FInTag) || FScan.OpenedBeforeCaret) FCurrentTag = FScan.ScanTag;
+    BeginTag(nameOffset);
+    if (!FScan.Tag.Tag) MakeUpTag(FTable.NewUnknown(name));
+    if (FScan.BeforeCaret || isTyped) FInTag = true;
+    if (!FScan.Tag.IsClosing()) {
+        if (FScan.BeforeCaret || isTyped) FCurrentTag = FScan.Tag.Tag;
         PushTag(nameOffset);
-        if (FSymbolManager.GetKibitzMode() == kmHTML) NotePendingContent(key);
+        if (FScan.BeforeCaret && !FOutermostTag) FOutermostTag = FScan.Tag.Tag;
+        if (FTable.GetMode() == kmHTML) FScan.Tag.Content = RawContentOf(key);
         else if (!FScan.HasOutermost) NoteOutermost(name);
     }
-    if (!FScan.PastCaret || FScan.OpenedBeforeCaret) OpenScanTag();
+    if (!FScan.PastCaret || isTyped) OpenScanTag();
 }
 
-// A doctype declaration has no tag of its own until its ">", and nothing is pushed.
-void TMLParser::BeginDocType(std::string_view name, bool nameBeforeCaret) {
-    FScan.ScanBucket = nullptr;
-    FTagName = name;
-    FInDocType = true;
-    if (nameBeforeCaret) ++FDocTypeMark;
+/// A tag begins, and the one before it may not have ended.
+void TMLParser::BeginTag(int32_t nameOffset) {
+    if (InCaretTag() && !FScan.Tag.OpenedBeforeCaret) EndCaretTag(FScan.Tag.Start);
+    if (FScan.BeforeCaret) FInDocType = false;
+    if (FContexts.Has(pcElement)) FUnterminatedTag = true;
+    FContexts.Add(pcElement);
+    FContextPos.push_back(nameOffset);
+    FScan.Tag.IsOpen = true;
+}
+
+// A doctype declaration has no tag of its own until its ">", and nothing is pushed. Other
+// declarations mean nothing outside of an internal subset.
+void TMLParser::BeginDocType(const TNameKey& key, std::string_view name, bool nameBeforeCaret, bool isTyped) {
+    FInDocType = nameBeforeCaret || isTyped;
+    if (key != DocTypeKey) {
+        if (FScan.BeforeCaret) FInDocType = false;
+        return IgnoreNamelessTag();
+    }
+    BeginTag(FWindow.OffsetOf(name.data()));
+    FInDocType = nameBeforeCaret || isTyped;
+    FScan.Tag.Name = name;
 }
 
 void TMLParser::MakeUpTag(TRef<INibMLTag> tag) {
-    FScan.MadeUpTag = std::move(tag);
-    FScan.ScanTag = FScan.MadeUpTag.Get();
+    FScan.Tag.MadeUp = std::move(tag);
+    FScan.Tag.Tag = FScan.Tag.MadeUp.Get();
 }
 
 /// Looks the name up. False if it was a directive that the schema does not have, which
 /// is read like a server script.
 bool TMLParser::FindScanTag(const TNameKey& key, std::string_view name) {
-    if (FScan.IsDirective) return FindDirective(name);
-    FScan.ScanBucket = FSymbolManager.FindBucket(key, name);
-    FScan.ScanTag = FScan.ScanBucket ? FScan.ScanBucket->Tag.Get() : nullptr;
-    if (!FScan.ScanBucket) FTagName = name;
+    if (FScan.Tag.Form == TTagForm::Directive) return FindDirective(name);
+    FScan.Tag.Bucket = FTable.FindBucket(key, name);
+    if (FScan.Tag.Bucket) FScan.Tag.Tag = FScan.Tag.Bucket->Tag.Get();
+    else FScan.Tag.Name = name;
     return true;
 }
 
+// With the caret in the name of a directive, known or not, it is names that are asked for.
 bool TMLParser::FindDirective(std::string_view name) {
-    FTagName = "@ ";
-    FTagName += name;
-    FScan.ScanBucket = FSymbolManager.FindBucket(MakeNameKey(FTagName), FTagName);
-    FScan.ScanTag = FScan.ScanBucket ? FScan.ScanBucket->Tag.Get() : nullptr;
-    if (!FScan.ScanTag) {
-        HandleServerSideScript();
-        StartText(Offset());
-    }
-    if (IsBeforeCaret(FPosition)) FInScript = false;
-    return FScan.ScanTag != nullptr;
+    TTagScan& tag = FScan.Tag;
+    FInDirective = FInDirective || (tag.OpenedBeforeCaret && !FScan.BeforeCaret);
+    tag.Name = "@ ";
+    tag.Name += name;
+    tag.Bucket = FTable.FindBucket(MakeNameKey(tag.Name), tag.Name);
+    tag.Tag = tag.Bucket ? tag.Bucket->Tag.Get() : nullptr;
+    if (!tag.Tag) HandleRegion(ServerScriptRegion, tag.Start, FScan.BeforeCaret);
+    return tag.Tag != nullptr;
 }
 
 // This "<" begins no tag.
 void TMLParser::IgnoreNamelessTag() {
-    if (FScan.BeforeCaret) {
-        FInTag = false;
-        FCurrentAttribute = nullptr;
-        StartText(Offset());
-    }
-    FInClosingTag = FInScript = FInTextArea = false;
     FContexts.Remove(pcElement);
-    PopContextPos();
+    if (!FScan.BeforeCaret) return;
+    FInTag = FInClosingTag = FInScript = FInTextArea = false;
+    FCurrentAttribute = nullptr;
+    StartText();
 }
 
 // The prefixes of a document hold from its first tag on, for the tag's own name too. With
-// the caret in front of it the document has bound nothing yet.
+// the caret before it the document has bound nothing yet.
 void TMLParser::NoteOutermost(std::string_view name) {
     FScan.HasOutermost = true;
-    FScan.IsOutermost = FScan.OpenedBeforeCaret && FSymbolManager.GetKibitzMode() == kmXML;
-    if (FScan.IsOutermost) FNamespaces.SetElement(name);
+    FScan.Tag.IsOutermost = FScan.Tag.OpenedBeforeCaret && FTable.GetMode() == kmXML;
+    if (FScan.Tag.IsOutermost) FNamespaces.SetElement(name);
 }
 
 void TMLParser::OpenScanTag() {
-    SetTagOffsetStart(FScan.ScanTag, FScan.TagStart, FScan.IsClosing, FScan.BeforeCaret);
+    const TTagScan& tag = FScan.Tag;
+    SetTagOffsetStart(tag.Tag, tag.Start, tag.IsClosing(), FScan.BeforeCaret);
     SkipWhiteSpace();
-    bool track = IsBeforeCaret(FPosition) || (FScan.OpenedBeforeCaret && !FScan.IsClosing);
-    SetTagOffsetEnd(FScan.ScanTag, Offset(), FScan.IsClosing, track);
+    bool track = IsBeforeCaret(FPosition) || (tag.OpenedBeforeCaret && !tag.IsClosing());
+    SetTagOffsetEnd(tag.Tag, Offset(), tag.IsClosing(), track);
 }
 
-void TMLParser::NotePendingContent(const TNameKey& key) {
-    if (key == TextAreaKey) FScan.PendingTextArea = true;
-    else if (key == ScriptKey) FScan.PendingScript = true;
-    else if (key == StyleKey) FScan.PendingStyle = true;
+TRawContent TMLParser::RawContentOf(const TNameKey& key) {
+    if (key == TextAreaKey) return TRawContent::TextArea;
+    if (key == ScriptKey) return TRawContent::Script;
+    return key == StyleKey ? TRawContent::Style : TRawContent::None;
 }
 
 void TMLParser::SkipWhiteSpace() {
     for (;;) {
         const char* end = FWindow.GetEnd();
-        while (FPosition < end && (IsBlank(*FPosition) || IsLineBreak(*FPosition))) ++FPosition;
-        if (FPosition < end) return;
-        if (IsBeforeCaret(FPosition)) CollectText();
-        if (!NextBlock()) return;
+        for (; FPosition < end && (IsBlank(*FPosition) || IsLineBreak(*FPosition)); ++FPosition)
+            if (IsLineBreak(*FPosition) && !IsBeforeCaret(FPosition)) FScan.HasBreakAfterCaret = true;
+        if (FPosition < end || !NextBlock()) return;
     }
 }
 

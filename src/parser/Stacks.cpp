@@ -1,43 +1,24 @@
 // Open tags: what a tag's beginning and end do to the two stacks. HTML forgives what
 // was not closed, XML does not.
+#include <algorithm>
+
+#include "parser/ElementTable.h"
 #include "parser/MLParser.h"
-#include "tagmodel/DocumentNodes.h"
 
 namespace caretwell {
-namespace {
-
-class TTagStackIteration final : public TImplements<ITagStackIterator> {
-public:
-    explicit TTagStackIteration(PTagEntry entry) {
-        for (; entry; entry = entry->Next) FTags.push_back(entry->Tag);
-    }
-    bool HasNext() override { return FIndex < FTags.size(); }
-    TRef<INibMLTag> Next() override { return HasNext() ? FTags[FIndex++] : nullptr; }
-
-private:
-    std::vector<TRef<INibMLTag>> FTags;
-    size_t FIndex = 0;
-};
-
-}  // namespace
-
-TRef<ITagStackIterator> GetTagStackIterator(TMLSymbolManager& manager) {
-    return MakeRef<TTagStackIteration>(manager.GetParser().GetTagStack());
-}
-
-// The last schema element is kept, so that a run of unknown elements does not lose it.
-TRef<INibMLTag> TMLParser::NewUnknownElement(std::string_view name) {
-    if (!Supports<INibMLNamedTag>(FCurrentTag)) FLastKnownTag = FCurrentTag;
-    return MakeRef<TNamedTag>(ToUtf16(name), &FSymbolManager, -1);
-}
 
 void TMLParser::PushTag(int32_t nameOffset) {
-    INibMLTag* tag = FScan.ScanTag;
-    TNameSlot& slot = FStacks.NeedSlot(FScan.ScanBucket, FTagName);
+    INibMLTag* tag = FScan.Tag.Tag;
+    TNameSlot& slot = FStacks.NeedSlot(FScan.Tag.Bucket, FScan.Tag.Name);
     PTagEntry inDocument = FStacks.Push(TTagStacks::tsDocument, tag, slot, nameOffset);
-    if (FScan.BeforeCaret) FCurrentTagAttrs = &FStacks.Push(TTagStacks::tsOpen, tag, slot, nameOffset)->Attrs;
-    // The tag being typed is no parent yet.
-    else if (FScan.OpenedBeforeCaret) FCurrentTagAttrs = &inDocument->Attrs;
+    if (FScan.BeforeCaret) {
+        PTagEntry open = FStacks.Push(TTagStacks::tsOpen, tag, slot, nameOffset);
+        TTagStacks::Pair(open, inDocument);
+        FCurrentTagAttrs = &open->Attrs;
+    } else if (FScan.Tag.OpenedBeforeCaret) {
+        // The tag being typed is no parent yet.
+        FCurrentTagAttrs = &inDocument->Attrs;
+    }
 }
 
 void TMLParser::PopTag(TTagBucket* closing, std::string_view name, bool beforeCaret) {
@@ -46,7 +27,8 @@ void TMLParser::PopTag(TTagBucket* closing, std::string_view name, bool beforeCa
     if (beforeCaret) {
         if (PTagEntry match = FStacks.GetInnermost(TTagStacks::tsOpen, slot)) {
             // An open tag between is dropped if it does not belong inside the one being
-            // closed, or if its closing tag may be left out.
+            // closed, or if its closing tag may be left out there: what may be left out is
+            // a question to the element that holds it.
             auto drops = [closing](const TTagEntry& entry) {
                 auto inner = closing ? closing->Tag->LookupTag(entry.Tag->GetName()) : nullptr;
                 return !inner || !inner->GetRequiresClosingTag();
@@ -56,14 +38,29 @@ void TMLParser::PopTag(TTagBucket* closing, std::string_view name, bool beforeCa
         }
         PTagEntry top = GetTagStack();
         FCurrentTag = top ? top->Tag : nullptr;
+        FCurrentTagAttrs = top ? &top->Attrs : nullptr;
         FInTag = static_cast<bool>(FCurrentTag);
     }
-    if (inDocument) FStacks.Dispose(TTagStacks::tsDocument, inDocument, false);
+    if (!inDocument) return;
+    if (inDocument->AutoClose >= 0) DropAutoCloseTagPos(inDocument->AutoClose);
+    FStacks.Dispose(TTagStacks::tsDocument, inDocument, false);
 }
 
-// Behind the ">"; the place that is kept is the ">" itself.
+// Called after the ">"; the place that is kept is the ">" itself.
 void TMLParser::PushAutoCloseTagPos() {
     FAutoClosePositions.push_back({.Position = {}, .Offset = Offset() - 1});
+    PTagEntry top = GetTagStack();
+    if (top && top->Twin) top->Twin->AutoClose = Offset() - 1;
+}
+
+// Its own closing tag follows: the element is written out.
+void TMLParser::DropAutoCloseTagPos(int32_t offset) {
+    auto place = std::find_if(FAutoClosePositions.rbegin(), FAutoClosePositions.rend(),
+                              [offset](const TAutoClosePosition& entry) { return entry.Offset == offset; });
+    if (place == FAutoClosePositions.rend()) return;
+    auto index = static_cast<size_t>(std::next(place).base() - FAutoClosePositions.begin());
+    if (index < FResolvedPositions) --FResolvedPositions;
+    FAutoClosePositions.erase(std::next(place).base());
 }
 
 void TMLParser::SetTagOffsetStart(INibMLTag* tag, int32_t offset, bool isClosing, bool beforeCaret) {

@@ -15,14 +15,12 @@ std::string Folded(std::string_view name) {
 
 // ---- attributes
 
-void TTagAttributeList::Add(TRef<INibMLTagAttribute> attribute, std::string_view value, char quoteOpen,
-                            char quoteClose) {
+TTagAttributeValue& TTagAttributeList::Add(TRef<INibMLTagAttribute> attribute, std::string_view value) {
     if (FCount == FItems.size()) FItems.emplace_back();
     TTagAttributeValue& item = FItems[FCount++];
     item.Attribute = std::move(attribute);
     item.Value.assign(value);
-    item.QuoteOpen = quoteOpen;
-    item.QuoteClose = quoteClose;
+    return item;
 }
 
 const TTagAttributeValue* TTagAttributeList::Find(std::u16string_view name) const {
@@ -44,6 +42,21 @@ void TTagAttributeList::Clear() {
     }
     FCount = 0;
     if (FItems.size() > KeptItems) FItems.resize(KeptItems);
+}
+
+void TTagAttributeList::DropLoose() {
+    size_t kept = 0;
+    for (size_t i = 0; i < FCount; ++i) {
+        if (!FItems[i].IsLoose) {
+            if (kept != i) std::swap(FItems[kept], FItems[i]);
+            ++kept;
+            continue;
+        }
+        FItems[i].Attribute->SetOffsetStart(0);
+        FItems[i].Attribute->SetOffsetEnd(0);
+        FItems[i].Attribute = nullptr;
+    }
+    FCount = kept;
 }
 
 // ---- names
@@ -95,7 +108,8 @@ PTagEntry TTagStacks::NewEntry() {
     entry->Line = 0;
     entry->OffsetEnd = 0;
     entry->OffsetStart = 0;
-    entry->Prev = entry->Next = nullptr;
+    entry->AutoClose = -1;
+    entry->Prev = entry->Next = entry->Twin = nullptr;
     return entry;
 }
 
@@ -130,6 +144,16 @@ PTagEntry TTagStacks::Push(TStack stack, TRef<INibMLTag> tag, TNameSlot& slot, i
     return entry;
 }
 
+void TTagStacks::Pair(PTagEntry open, PTagEntry inDocument) {
+    open->Twin = inDocument;
+    inDocument->Twin = open;
+}
+
+void TTagStacks::Drop(PTagEntry open) {
+    if (PTagEntry inDocument = open->Twin) Dispose(tsDocument, inDocument, false);
+    Dispose(tsOpen, open, true);
+}
+
 void TTagStacks::Dispose(TStack stack, PTagEntry entry, bool clearAttributes) {
     if (entry->Prev) entry->Prev->Next = entry->Next;
     if (entry->Next) entry->Next->Prev = entry->Prev;
@@ -145,11 +169,17 @@ void TTagStacks::Dispose(TStack stack, PTagEntry entry, bool clearAttributes) {
         if (FTopUnknown == entry) FTopUnknown = entry->OuterUnknown;
     }
     NoteClosed(slot);
+    if (entry->Twin) entry->Twin->Twin = nullptr;
+    entry->Twin = nullptr;
 
     entry->Tag = nullptr;
-    if (clearAttributes) entry->Attrs.Clear();
-    else if (entry->Attrs.GetCount()) FUncleared.push_back(entry);
     entry->Prev = nullptr;
+    if (clearAttributes) entry->Attrs.Clear();
+    if (entry->Attrs.GetCount()) FUncleared.push_back(entry);
+    else Free(entry);
+}
+
+void TTagStacks::Free(PTagEntry entry) {
     entry->Next = FFree;
     FFree = entry;
 }
@@ -160,11 +190,13 @@ void TTagStacks::Clear() {
             top = entry->Next;
             entry->Tag = nullptr;
             entry->Attrs.Clear();
-            entry->Next = FFree;
-            FFree = entry;
+            Free(entry);
         }
     }
-    for (PTagEntry entry : FUncleared) entry->Attrs.Clear();
+    for (PTagEntry entry : FUncleared) {
+        entry->Attrs.Clear();
+        Free(entry);
+    }
     FUncleared.clear();
     // Slots of an earlier parse tell so by its number and are not looked at again: the
     // table that holds them may be gone.

@@ -9,28 +9,34 @@
 #include <unordered_map>
 #include <vector>
 
-#include "caretwell/parser/ElementTable.h"
+#include "parser/ElementTable.h"
 
 namespace caretwell {
 
 /// One attribute as written in the document.
 struct TTagAttributeValue {
     TRef<INibMLTagAttribute> Attribute;
-    std::string Value;    ///< UTF-8, without quotes
-    char QuoteOpen = 0;   ///< quote that opened the value, 0 if none
-    char QuoteClose = 0;  ///< quote that closed it, 0 if none
+    std::string Value;          ///< UTF-8, without quotes
+    char QuoteOpen = 0;         ///< quote that opened the value, 0 if none
+    char QuoteClose = 0;        ///< quote that closed it, 0 if none
+    bool TouchesCaret = false;  ///< the caret stands in the name or directly at it
+    /// After the caret, and bare or on a later line: text, if the tag turns out to have no end.
+    bool IsLoose = false;
 };
 
 /// The attributes written on one tag, in order; one written twice stands twice.
 class TTagAttributeList {
 public:
-    void Add(TRef<INibMLTagAttribute> attribute, std::string_view value, char quoteOpen, char quoteClose);
+    /// The new item, valid until the next one.
+    TTagAttributeValue& Add(TRef<INibMLTagAttribute> attribute, std::string_view value);
     int32_t GetCount() const { return static_cast<int32_t>(FCount); }
     const TTagAttributeValue& Get(int32_t index) const { return FItems[static_cast<size_t>(index)]; }
     /// The first of that name without regard to case; null if none.
     const TTagAttributeValue* Find(std::u16string_view name) const;
     /// Empties the list; the places recorded on known attributes go back to 0.
     void Clear();
+    /// Takes out what is text after all.
+    void DropLoose();
 
 private:
     std::vector<TTagAttributeValue> FItems;  // keeps its texts for reuse
@@ -44,6 +50,9 @@ struct TTagEntry {
     TTagAttributeList Attrs;
     int32_t OffsetEnd = 0;    ///< end of the tag's opening part, as far as seen
     int32_t OffsetStart = 0;  ///< of its "<"
+    /// Of the second stack: place of the ">" of an empty element that must be written in the
+    /// closed form unless its closing tag follows; -1 for others.
+    int32_t AutoClose = -1;
     TTagEntry* Prev = nullptr;
     TTagEntry* Next = nullptr;  ///< the outer tag
 
@@ -53,6 +62,8 @@ struct TTagEntry {
     TNameSlot* Slot = nullptr;
     TTagEntry* OuterSame = nullptr;
     TTagEntry* InnerSame = nullptr;
+    TTagEntry* Twin =
+        nullptr;  ///< of an entry of the first stack: the same tag on the second, while it is there
     TTagEntry* OuterUnknown = nullptr;  ///< tags that the schema does not know, linked among themselves
     TTagEntry* InnerUnknown = nullptr;
 };
@@ -72,16 +83,21 @@ public:
     PTagEntry GetInnermost(TStack stack, const TNameSlot* slot) const;
 
     PTagEntry Push(TStack stack, TRef<INibMLTag> tag, TNameSlot& slot, int32_t nameOffset);
+    /// Notes that the two entries stand for one tag.
+    static void Pair(PTagEntry open, PTagEntry inDocument);
     void Dispose(TStack stack, PTagEntry entry, bool clearAttributes);
     /// Empties both stacks and forgets all names: the start of a parse.
     void Clear();
 
-    /// Disposes every entry of the open stack that lies inside `outer` and for which drops() holds.
+    /// Disposes every entry of the open stack that lies inside `outer` and for which drops() holds:
+    /// the tag is closed, so it goes from the second stack too.
     template <class TDrops>
     void DropInside(PTagEntry outer, TDrops drops);
 
 private:
     PTagEntry NewEntry();
+    void Drop(PTagEntry open);
+    void Free(PTagEntry entry);
     bool IsOpen(const TNameSlot* slot) const { return slot && slot->Parse == FParse; }
     void NoteOpened(TNameSlot& slot);
     void NoteClosed(TNameSlot& slot);
@@ -90,8 +106,8 @@ private:
 
     PTagEntry FTop[2] = {nullptr, nullptr};
     PTagEntry FFree = nullptr;
-    // Free entries whose attributes are still asked for: those of a tag that holds the caret
-    // in its name and is closed behind it.
+    // Entries to be free whose attributes are still asked for: those of a tag that holds the
+    // caret in its name and is closed after it.
     std::vector<PTagEntry> FUncleared;
     std::vector<std::unique_ptr<TTagEntry>> FEntries;
     uint64_t FParse = 0;
@@ -109,7 +125,7 @@ void TTagStacks::DropInside(PTagEntry outer, TDrops drops) {
     PTagEntry entry = FTop[tsOpen];
     for (int i = 0; entry != outer && i < WalkLimit; ++i) {
         PTagEntry next = entry->Next;
-        if (drops(*entry)) Dispose(tsOpen, entry, true);
+        if (drops(*entry)) Drop(entry);
         entry = next;
     }
     if (entry != outer) DropByName(outer, drops);
@@ -117,13 +133,12 @@ void TTagStacks::DropInside(PTagEntry outer, TDrops drops) {
 
 template <class TDrops>
 void TTagStacks::DropByName(PTagEntry outer, TDrops drops) {
-    while (FTopUnknown && FTopUnknown->Order > outer->Order && drops(*FTopUnknown))
-        Dispose(tsOpen, FTopUnknown, true);
+    while (FTopUnknown && FTopUnknown->Order > outer->Order && drops(*FTopUnknown)) Drop(FTopUnknown);
     for (size_t i = FOpenNames.size(); i-- > 0;) {
         TNameSlot* slot = FOpenNames[i];
         PTagEntry top = slot->Top[tsOpen];
         if (top->Order <= outer->Order || !drops(*top)) continue;
-        while ((top = GetInnermost(tsOpen, slot)) && top->Order > outer->Order) Dispose(tsOpen, top, true);
+        while ((top = GetInnermost(tsOpen, slot)) && top->Order > outer->Order) Drop(top);
     }
 }
 

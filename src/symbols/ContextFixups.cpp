@@ -1,6 +1,8 @@
 // What the list at a caret shows beside the schema's own entries.
 #include "symbols/ContextFixups.h"
 
+#include <algorithm>
+
 #include "parser/MLParser.h"
 #include "symbols/MLSymbolManager.h"
 #include "tagmodel/DocumentNodes.h"
@@ -74,41 +76,75 @@ std::vector<TRef<INibMLTag>> ChildrenOf(INibMLTag& tag) {
     return children;
 }
 
-bool IsUnknown(INibMLTag* tag) { return QueryAs<INibMLNamedTag>(tag) != nullptr; }
+bool IsStandIn(INibMLTag* tag) { return QueryAs<INibMLCustomTag>(tag) != nullptr; }
+bool IsUnknown(INibMLTag* tag) { return tag && QueryAs<INibMLNamedTag>(tag) != nullptr; }
 bool IsXSLName(std::u16string_view name) { return StartsWithText(name, std::u16string_view(u"xsl:")); }
 
-/// Children of children whose opening tag may be left out may stand here too.
-void AddOptionalElements(TContextFixups& fixups, ITagContext& context, INibMLTag& tag, INibMLTag& source) {
+/// Children of children whose opening tag may be left out may stand here too, however many
+/// of those lie between.
+void AddOptionalElements(TContextFixups& fixups, ITagContext& context, INibMLTag& tag, INibMLTag& source,
+                         std::vector<INibMLTag*>& seen) {
     for (const auto& child : ChildrenOf(source)) {
-        if (child->GetRequiresOpeningTag()) continue;
-        for (const auto& inner : ChildrenOf(*child)) {
-            if (!tag.LookupTag(inner->GetName()))
+        bool isSeen = std::find(seen.begin(), seen.end(), child.Get()) != seen.end();
+        if (isSeen || child->GetRequiresOpeningTag() || IsStandIn(child.Get())) continue;
+        seen.push_back(child.Get());
+        for (const auto& inner : ChildrenOf(*child))
+            if (!IsStandIn(inner.Get()) && !tag.LookupTag(inner->GetName()))
                 fixups.AddStandIn(tag, MakeRef<TTagWrapper>(*inner, &context, -1));
-        }
+        AddOptionalElements(fixups, context, tag, *child, seen);
     }
+}
+
+/// The caret asks for attributes: in a tag, past its name.
+bool IsAmongAttributes(const TMLParser& parser) { return parser.FInTag && !parser.FCaretInTagName; }
+
+/// At the top of an empty page a person begins with its outermost element. One whose tags are
+/// left out is written in a page that has begun with another, or in a name typed there.
+bool LacksOutermost(const TMLParser& parser, INibMLTag& root) {
+    if (parser.FOutermostTag) return !root.LookupTag(parser.FOutermostTag->GetName());
+    return parser.FInTag && parser.FCaretInTagName;
 }
 
 void InsertOptionalElements(TContextFixups& fixups, TMLSymbolManager& manager, INibMLTag& tag,
                             INibMLTag* parent) {
-    if (!manager.GetParser().FInTag || IsUnknown(&tag) || IsUnknown(parent)) {
-        AddOptionalElements(fixups, manager, tag, tag);
-        if (parent) AddOptionalElements(fixups, manager, tag, *parent);
+    TMLParser& parser = manager.GetParser();
+    std::vector<INibMLTag*> seen;
+    if (&tag == manager.GetHiddenRootNode() && !LacksOutermost(parser, tag)) return;
+    if (!IsAmongAttributes(parser) || IsUnknown(parser.FCurrentTag.Get())) {
+        AddOptionalElements(fixups, manager, tag, tag, seen);
+        if (parent) AddOptionalElements(fixups, manager, tag, *parent, seen);
     }
     tag.AlphaSort();
 }
 
-/// Inside an instruction, what the nearest literal element may contain; inside a
-/// literal element, what the nearest instruction may contain.
+/// The open tag whose children of the other language may stand in an instruction, or in a
+/// literal element: the nearest of the other kind. Where no literal element is open, an
+/// instruction lets in what the template around it does.
+const TTagEntry* FindXSLSource(const TMLParser& parser, bool isXSL) {
+    const TTagEntry* entry = parser.GetTagStack();
+    auto isSame = [isXSL](const TTagEntry& open) { return IsXSLName(open.Tag->GetName()) == isXSL; };
+    const TTagEntry* other = entry;
+    while (other && isSame(*other)) other = other->Next;
+    if (other || !isXSL) return other;
+    auto hasOther = [](INibMLTag& tag) {
+        for (const auto& child : ChildrenOf(tag))
+            if (!IsXSLName(child->GetName())) return true;
+        return false;
+    };
+    while (entry && !hasOther(*entry->Tag)) entry = entry->Next;
+    return entry;
+}
+
 void InsertXSLElements(TContextFixups& fixups, TMLSymbolManager& manager, INibMLTag& tag) {
     TMLParser& parser = manager.GetParser();
-    if (manager.GetKibitzMode() != kmXSL || parser.FInTag) return;
+    if (manager.GetKibitzMode() != kmXSL || IsAmongAttributes(parser)) return;
     bool isXSL = IsXSLName(tag.GetName());
-    const TTagEntry* entry = parser.GetTagStack();
-    while (entry && IsXSLName(entry->Tag->GetName()) == isXSL) entry = entry->Next;
+    const TTagEntry* entry = FindXSLSource(parser, isXSL);
     if (!entry) return;
     entry->Tag->SetShowAttributes(false);
     for (const auto& child : ChildrenOf(*entry->Tag)) {
-        if (IsXSLName(child->GetName()) != isXSL && !tag.LookupTag(child->GetName()))
+        bool isOther = IsXSLName(child->GetName()) != isXSL && !Supports<INibMLClosingTag>(child);
+        if (isOther && !tag.LookupTag(child->GetName()))
             fixups.AddStandIn(tag, MakeRef<TXSLTag>(*child, &manager, -1));
     }
     tag.AlphaSort();
@@ -116,8 +152,9 @@ void InsertXSLElements(TContextFixups& fixups, TMLSymbolManager& manager, INibML
 
 void RemoveAlreadyExistingAttrs(TContextFixups& fixups, TMLSymbolManager& manager, INibMLTag& tag) {
     TMLParser& parser = manager.GetParser();
+    // The name at the caret is being written anew.
     for (int32_t i = 0; i < parser.GetCurrentTagAttrCount(); ++i)
-        fixups.HideAttribute(tag, parser.GetCurrentTagAttrName(i));
+        if (!parser.IsCurrentTagAttrAtCaret(i)) fixups.HideAttribute(tag, parser.GetCurrentTagAttrName(i));
     tag.AlphaSort();
 }
 

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "caretwell/markup/MLParserUtils.h"
-#include "caretwell/tagmodel/HTMLTag.h"
+#include "markup/MLParserUtils.h"
+#include "tagmodel/HTMLTag.h"
 
 namespace caretwell {
 

@@ -1,5 +1,6 @@
 #include "symbols/MLParserUnit.h"
 
+#include "markup/DocumentKind.h"
 #include "symbols/FileToSchemaMapper.h"
 #include "symbols/SchemaReaderCache.h"
 #include "tagmodel/AttributeEditors.h"
@@ -20,13 +21,9 @@ void StartMLParser() {
     editors->RegisterEditorClass("color", EditorClass<THTMLColorAttributeEditor>());
     editors->RegisterEditorClass("default", EditorClass<TDefaultAttributeEditor>());
     auto mapper = GetFileToSchemaMapperService();
-    mapper->RegisterSchema(".config", "DotNetConfig.xsd");
-    mapper->RegisterSchema(".sitemap", "SiteMapSchema.xsd");
-    mapper->RegisterDirectiveSchema(".aspx", "page_directives.xsd");
-    mapper->RegisterDirectiveSchema(".ascx", "control_directives.xsd");
-    mapper->RegisterDirectiveSchema(".asax", "asax_directives.xsd");
-    mapper->RegisterDirectiveSchema(".ashx", "ashx_directives.xsd");
-    mapper->RegisterDirectiveSchema(".master", "master_directives.xsd");
+    for (const auto& row : GetFreeSchemas()) mapper->RegisterSchema(row.Extension, row.File);
+    for (const auto& row : GetDocumentKinds())
+        if (!row.DirectiveSchema.empty()) mapper->RegisterDirectiveSchema(row.Extension, row.DirectiveSchema);
 }
 
 void EndMLParser() {

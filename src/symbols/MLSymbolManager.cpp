@@ -25,18 +25,33 @@ private:
     TTagContextLink FLink;  // whether there still is one
 };
 
+class TTagStackIteration final : public TImplements<ITagStackIterator> {
+public:
+    explicit TTagStackIteration(PTagEntry entry) {
+        for (; entry; entry = entry->Next) FTags.push_back(entry->Tag);
+    }
+    bool HasNext() override { return FIndex < FTags.size(); }
+    TRef<INibMLTag> Next() override { return HasNext() ? FTags[FIndex++] : nullptr; }
+
+private:
+    std::vector<TRef<INibMLTag>> FTags;
+    size_t FIndex = 0;
+};
+
 }  // namespace
+
+TRef<ITagStackIterator> GetTagStackIterator(TMLSymbolManager& manager) {
+    return MakeRef<TTagStackIteration>(manager.GetParser().GetTagStack());
+}
 
 TRef<ISymbolManagerIterator> GetSymbolManagerIterator(TMLSymbolManager& manager) {
     return MakeRef<TSymbolManagerIterator>(manager);
 }
 
-TMLSymbolManager::TMLSymbolManager()
-    : FOwnParser(std::make_unique<TMLParser>(*this)), FParser(FOwnParser.get()) {}
+TMLSymbolManager::TMLSymbolManager() : FParser(std::make_unique<TMLParser>(FTable, FRoad)) {}
 
 TMLSymbolManager::~TMLSymbolManager() {
-    FOwnParser.reset();
-    FParser = nullptr;
+    FParser.reset();
     ClearTags();
 }
 
@@ -44,28 +59,30 @@ void TMLSymbolManager::Retire() {
     FIsRetired = true;
     ClearTags();
     SetHiddenRootNode(nullptr);
+    FSelection.Forget();
     FCharList.Clear();
     FClosedTags.clear();
-    FOwnParser = std::make_unique<TMLParser>(*this);
-    FParser = FOwnParser.get();
+    FParser = std::make_unique<TMLParser>(FTable, FRoad);
 }
 
-bool TMLSymbolManager::BeginParse() {
-    if (FIsLoading || FParseDepth != (FIsReloading ? FReloadDepth : 0)) return false;
-    ++FParseDepth;
-    return true;
+void TMLSymbolManager::BeginDocument(const std::string& fileName) {
+    FFileName = fileName;
+    FParser->FCaretInTagName = false;  // closing tags of the last list may go from the tags' lists
+    ResetLists();
+    ClearClosedTags();
 }
 
-void TMLSymbolManager::SetParser(TMLParser* parser) {
-    // A parser of somebody else's that goes away leaves the manager with its own.
-    FParser = parser ? parser : FOwnParser.get();
+void TMLSymbolManager::ResetLists() {
+    if (FParser->FCurrentTag) FParser->FCurrentTag->SetFilter({});
+    if (FParser->FCurrentAttribute) FParser->FCurrentAttribute->SetFilter({});
+    FCharList.SetFilter({});
+    FFixups.ResetAll();
 }
 
 // ---- the table
 
 void TMLSymbolManager::ClearTags() {
     FFixups.Forget();
-    FTablePrefixes.clear();
     FAttrEditors.Clear();
     auto tags = std::exchange(FTagList, {});
     tags.insert(tags.end(), FLooseTags.begin(), FLooseTags.end());
@@ -168,6 +185,8 @@ TRef<INibMLTag> TMLSymbolManager::GetCurrentTag() const {
 }
 
 TRef<INibMLTag> TMLSymbolManager::GetListOwner() const {
+    // Directives are known at the top, wherever they are written.
+    if (FParser->FInDirective) return GetHiddenRootNode();
     auto tag = GetCurrentTag();
     if (!tag) return nullptr;
     if (FParser->FLastKnownTag && Supports<INibMLNamedTag>(tag)) return FParser->FLastKnownTag;
@@ -225,7 +244,7 @@ int32_t TMLSymbolManager::RemoveCustomElements(std::vector<TRef<INibMLTag>>& lis
 
 // Each goes in front of the one before, so the last of FClosedTags, the outermost, comes first.
 int32_t TMLSymbolManager::InsertCustomElements(std::vector<TRef<INibMLTag>>& list, THTMLTag& tag) {
-    if (FParser->FCaretInTagName || FParser->FState == mlpsParsing) return 0;
+    if (FParser->FCaretInTagName || FParser->GetState() == mlpsParsing) return 0;
     auto at = std::clamp<std::ptrdiff_t>(tag.GetStartIndex(), 0, static_cast<std::ptrdiff_t>(list.size()));
     list.insert(list.begin() + at, FClosedTags.rbegin(), FClosedTags.rend());
     return GetClosedTagsCount();

@@ -13,13 +13,14 @@
 #include <string_view>
 #include <vector>
 
-#include "caretwell/markup/MLParserUtils.h"
-#include "caretwell/parser/ElementTable.h"
-#include "caretwell/symbols/ContextFixups.h"
-#include "caretwell/symbols/DocumentNamespaces.h"
-#include "caretwell/tagmodel/AsciiCharList.h"
-#include "caretwell/tagmodel/HTMLTag.h"
-#include "caretwell/tagmodel/TagContext.h"
+#include "markup/MLParserUtils.h"
+#include "parser/ElementTable.h"
+#include "symbols/ContextFixups.h"
+#include "symbols/DocumentRoad.h"
+#include "symbols/SchemaSelection.h"
+#include "tagmodel/AsciiCharList.h"
+#include "tagmodel/HTMLTag.h"
+#include "tagmodel/TagContext.h"
 
 namespace caretwell {
 
@@ -81,12 +82,9 @@ public:
     // ---- The parser's view.
 
     TMLParser& GetParser() const { return *FParser; }
-    void SetParser(TMLParser* parser);
-    /// Asked by a parser before it parses: false while a parse or a load is under way, so
-    /// that an observer, a reader or the message view cannot start another inside it. The
-    /// one parse that a new schema asks for is let through. EndParse follows a true answer.
-    bool BeginParse();
-    void EndParse() { --FParseDepth; }
+    TSchemaSelection& GetSelection() { return FSelection; }
+    /// The start of a parse: what the last one changed is taken back.
+    void BeginDocument(const std::string& fileName);
     /// The parser's current tag, or the hidden root at the top level. Null before any schema.
     TRef<INibMLTag> GetCurrentTag() const;
     /// The tag whose children or attributes the list shows. Null before any schema.
@@ -121,14 +119,14 @@ public:
 
     // ---- Context: what the list at a caret shows beside the schema's own entries.
 
+    /// Puts in what the document allows at the caret beside the children of tag (with
+    /// parent, if it is not null, a tag around it that lets more in), and hides attributes that
+    /// are written. A null tag does nothing.
     void InsertFixupElements(INibMLTag* tag, INibMLTag* parent);
     /// Takes back the entries that the last parse added or hid, on whichever tags.
     void RemoveFixupElements(INibMLTag* tag);
     /// The same, and puts back all ranges and filters: the start of a parse.
-    void ResetLists() {
-        FFixups.ResetAll();
-        FCharList.SetFilter({});
-    }
+    void ResetLists();
     static const std::vector<std::u16string>& GetASPParentTags();
     static bool ContainsChild(INibMLTag& tag, std::u16string_view name);
     void NoteChanged(THTMLTag& tag) override { FFixups.NoteChanged(tag); }
@@ -144,22 +142,20 @@ public:
 
     // ---- Schema selection.
 
-    const std::string& GetSchemaFile() const { return FSchemaFile; }
-    /// Decides whether the table is thrown away and built anew; see SchemaSelection.cpp.
-    void SetSchemaFile(const std::string& value);
-    /// What a free XML document binds, said at the end of each of its parses. If names of
-    /// the table are written with another prefix than before, the table is made anew and
-    /// the parse runs again.
-    void SetNamespaces(const TDocumentNamespaces& value);
+    const std::string& GetSchemaFile() const { return FSelection.GetSchemaFile(); }
+    /// Makes the table from the schema that value names, unless it is the one in hand; what was
+    /// parsed is forgotten then. Does nothing during a parse or a load.
+    void SetSchemaFile(const std::string& value) { FRoad.SetSchemaFile(value); }
     /// Asked by the loader for each namespace of its names: the prefix that they get.
-    std::string FollowNamespace(const std::string& nameSpace);
+    std::string FollowNamespace(const std::string& nameSpace) {
+        return FSelection.FollowNamespace(nameSpace);
+    }
+    /// An empty root for the table to be made.
+    void MakeRoot(std::u16string_view name) { SetHiddenRootNode(MakeRef<THTMLTag>(name, this, -1)); }
     TKibitzMode GetKibitzMode() const { return FTable.GetMode(); }
     void SetKibitzMode(TKibitzMode mode) { FTable.SetMode(mode); }
-    bool GetIsASPEnabled() const { return FIsASPEnabled; }
-    void SetIsASPEnabled(bool value);
-    /// First thing in a parse: works out what kind of document this is.
-    void InitParse(const std::string& fileName);
-    void CallbacksInvalidate();
+    bool GetIsASPEnabled() const { return FSelection.GetIsASPEnabled(); }
+    void SetIsASPEnabled(bool value) { FSelection.SetIsASPEnabled(value); }
     const std::string& GetFileName() const { return FFileName; }
 
     TAsciiCharList& GetCharList() { return FCharList; }
@@ -181,52 +177,23 @@ public:
     void LoadXSDEx(THTMLTag& root, const std::vector<std::u16string>* parents, const std::string& fileName);
 
 private:
-    void SelectXMLSchema(const std::string& value);
-    void LoadXMLTable();
-    /// False if there is no such file.
-    bool LoadTable(const std::string& file, bool exists);
-    void LoadSchema(const std::string& extension);
-    void LoadOutputLanguage();
-    void LoadServerControls();
-    void ReportMissingSchema(std::string_view format, const std::string& value);
-    void ShowAllChildren();
-    void ParseAgain();
-
     std::vector<TRef<INibMLTag>> FTagList;
     std::vector<TRef<INibMLTag>> FLooseTags;
     TElementTable FTable{*this};
     std::string FFileName;
     TNameMap<TTagAttributeBucket> FAttrEditors;  // by the attribute's id
-    std::string FSchemaFile;
-    std::string FXSLOutputFile;
-    TDocumentNamespaces FNamespaces;
-    struct TTablePrefix {
-        std::string Namespace, Prefix;
-    };
-    std::vector<TTablePrefix> FTablePrefixes;  // that the names in the table have
     std::vector<TRef<INibMLTag>> FClosedTags;
     TAsciiCharList FCharList;
     TTagCase FTagCase = tcLowerCase;
-    bool FIsASPEnabled = false;
-    bool FASPChanged = false;
-    bool FIsReloading = false;
-    bool FIsLoading = false;  // between the old table and the new
     bool FIsRetired = false;
-    int32_t FParseDepth = 0;
-    int32_t FReloadDepth = 0;  // of parses around the reload
     TContextFixups FFixups;
-    std::unique_ptr<TMLParser> FOwnParser;
-    TMLParser* FParser = nullptr;  // the own one, or the one that parsed last
+    TSchemaSelection FSelection{*this};
+    TDocumentRoad FRoad{*this};
+    std::unique_ptr<TMLParser> FParser;
 };
 
-/// Walks all registered tags.
-struct ISymbolManagerIterator : IRefCounted {
-    static constexpr TGuid Id = Guid("89453cee-6c8b-49f9-9f19-75255952f06c");
-    using Parent = IRefCounted;
-    virtual int32_t Count() = 0;  ///< 0 once the symbol manager is gone
-    /// In order of registration, from 0; null out of range.
-    virtual TRef<INibMLTag> Tags(int32_t index) = 0;
-};
+/// The tags open at the caret of the last parse, and all registered tags; see MLCodeInsight.h.
+CARETWELL_API TRef<ITagStackIterator> GetTagStackIterator(TMLSymbolManager& manager);
 CARETWELL_API TRef<ISymbolManagerIterator> GetSymbolManagerIterator(TMLSymbolManager& manager);
 
 }  // namespace caretwell

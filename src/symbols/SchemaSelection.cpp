@@ -1,188 +1,184 @@
-// Which schema the table follows: worked out at the start of a parse from the kind of
-// document, at its end from what the doctype said. How the names of a schema are written
-// follows the prefixes that a free XML document binds. On a document that stays on its
-// schema both decisions are a comparison of names.
+#include "symbols/SchemaSelection.h"
+
 #include <algorithm>
 
 #include "host/Paths.h"
 #include "host/Platform.h"
-#include "host/ValueScope.h"
-#include "markup/MLBufferProducer.h"
-#include "parser/MLParser.h"
 #include "symbols/FileToSchemaMapper.h"
 #include "symbols/MLSymbolManager.h"
+#include "symbols/SchemaReaderCache.h"
 
 namespace caretwell {
 namespace {
 
 constexpr std::u16string_view RootName = u"<!--root-->";
+constexpr std::string_view InvalidFile = "Invalid schema file \"%s\"";
+
+bool Exists(const std::string& path) { return GetPlatform().FileExists(path); }
 
 }  // namespace
 
-void TMLSymbolManager::ReportMissingSchema(std::string_view format, const std::string& value) {
+void TSchemaSelection::Begin(const std::string& fileName) {
+    std::string extension = ExtensionOf(fileName);
+    FKind = &GetDocumentKind(extension);
+    auto mapper = GetFileToSchemaMapperService();
+    bool isFree = FKind->Mode == kmHTML && mapper->HasSchema(fileName);
+    FManager.SetKibitzMode(isFree ? kmXML : FKind->Mode);
+    if (isFree) SelectFree(mapper->GetSchema(fileName));
+    SetIsASPEnabled(FKind->IsServerPage);
+}
+
+bool TSchemaSelection::Follow(const TCaretState& state) {
+    if (FManager.GetKibitzMode() == kmXML) return FollowNamespaces(state.FNamespaces);
+    return Select(state.FSchemaFile, state.FXSLOutputSchema, state.FInDocType);
+}
+
+void TSchemaSelection::SetIsASPEnabled(bool value) {
+    if (value != FIsASPEnabled) FASPChanged = true;
+    FIsASPEnabled = value;
+}
+
+void TSchemaSelection::Forget() {
     FSchemaFile.clear();
+    FXSLOutputFile.clear();
+    FTablePrefixes.clear();
+}
+
+// A table of which a part is missing is none: the host that failed while it was made may do
+// better the next time.
+template <class TLoad>
+void TSchemaSelection::MakeTable(TLoad load) {
+    FManager.ClearTags();
+    FTablePrefixes.clear();
+    FManager.GetCharList().Clear();
+    FManager.SetHiddenRootNode(nullptr);
+    try {
+        if (FSchemaFile.empty()) return;
+        FManager.MakeRoot(RootName);
+        load();
+        ShowAllChildren();
+    } catch (...) {
+        // Nor are readers kept that have read half a file.
+        FreeDTDReaders();
+        FreeXSDReaders();
+        FManager.ClearTags();
+        Forget();
+        throw;
+    }
+}
+
+// Whole lists from the start: the first list of a schema is the same as all later ones.
+void TSchemaSelection::ShowAllChildren() {
+    for (auto& tag : FManager.GetTagList()) {
+        tag->SetShowAttributes(false);
+        tag->AlphaSort();
+    }
+    // The root is in no list of tags, and a filter works on names in order.
+    if (THTMLTag* root = FManager.GetHiddenRootNode()) root->AlphaSort();
+    FManager.ResetLists();
+}
+
+void TSchemaSelection::ReportMissing(std::string_view format, const std::string& value) {
+    // A name is said to be missing once, and no more names than a person could read.
+    constexpr size_t MostNames = 100;
+    if (FReported.size() >= MostNames || !FReported.insert(value).second) return;
     std::string message(format);
     message.replace(message.find("%s"), 2, value);
-    Error(FSchemaFile, message, "Code Completion", 1, 1);
+    FManager.Error({}, message, "Code Completion", 1, 1);
 }
 
-void TMLSymbolManager::SelectXMLSchema(const std::string& value) {
-    if (value == FSchemaFile || FIsLoading) return;
-    TValueScope<bool> loading(FIsLoading, true);
-    FSchemaFile = value;
+// ---- free XML documents
+
+bool TSchemaSelection::SelectFree(const std::string& path) {
+    if (path == FSchemaFile) return false;
+    bool exists = Exists(path);
+    if (!exists) ReportMissing("Unable to find schema file \"%s\"", path);
+    if (!exists && FSchemaFile.empty()) return false;
+    FSchemaFile = exists ? path : std::string();
     FNamespaces.Clear();
-    ClearTags();
-    FCharList.Clear();
-    if (GetPlatform().FileExists(value)) LoadXMLTable();
-    else ReportMissingSchema("Unable to find schema file \"%s\"", value);
+    MakeTable([this] { LoadFree(); });
+    return true;
 }
 
-void TMLSymbolManager::LoadXMLTable() {
-    SetHiddenRootNode(MakeRef<THTMLTag>(RootName, this, -1));
-    LoadXSDEx(*GetHiddenRootNode(), nullptr, FSchemaFile);
-    // The root is in no list of tags, and a filter works on names in order.
-    GetHiddenRootNode()->AlphaSort();
+void TSchemaSelection::LoadFree() {
+    FManager.LoadXSDEx(*FManager.GetHiddenRootNode(), nullptr, std::string(FSchemaFile));
 }
 
-std::string TMLSymbolManager::FollowNamespace(const std::string& nameSpace) {
+std::string TSchemaSelection::FollowNamespace(const std::string& nameSpace) {
     std::string prefix(FNamespaces.GetPrefix(nameSpace));
     FTablePrefixes.push_back({nameSpace, prefix});
     return prefix;
 }
 
-void TMLSymbolManager::SetNamespaces(const TDocumentNamespaces& value) {
-    if (FIsReloading || FIsLoading || value == FNamespaces) return;
+bool TSchemaSelection::FollowNamespaces(const TDocumentNamespaces& value) {
+    if (value == FNamespaces) return false;
     FNamespaces = value;
     bool isFollowed = std::all_of(FTablePrefixes.begin(), FTablePrefixes.end(), [&](const TTablePrefix& row) {
         return row.Prefix == value.GetPrefix(row.Namespace);
     });
-    if (isFollowed) return;
-    {
-        TValueScope<bool> loading(FIsLoading, true);
-        ClearTags();
-        LoadXMLTable();
-    }
-    CallbacksInvalidate();
-    ParseAgain();
-}
-
-void TMLSymbolManager::SetSchemaFile(const std::string& name) {
-    if (GetKibitzMode() == kmXML) {
-        SelectXMLSchema(name);
-        return;
-    }
-    std::string candidate = GetSchemaFileName(name, GetKibitzMode());
-    bool exists = GetPlatform().FileExists(candidate);
-    std::string value = exists ? candidate : name;
-    bool outputChanged = GetKibitzMode() == kmXSL && FXSLOutputFile != FParser->FXSLOutputSchema;
-    bool controlsChanged = GetKibitzMode() == kmHTML && FASPChanged;
-    if (FIsReloading || FIsLoading) return;
-    if (value == FSchemaFile && !outputChanged && !controlsChanged) return;
-
-    FASPChanged = false;
-    FSchemaFile = value;
-    if (!LoadTable(value, exists)) return;
-    CallbacksInvalidate();
-    ShowAllChildren();
-    ParseAgain();
-    if (auto& tag = FParser->FCurrentTag) {
-        tag->SetOffsetEnd(0);
-        tag->SetOffsetStart(0);
-    }
-}
-
-bool TMLSymbolManager::LoadTable(const std::string& file, bool exists) {
-    TValueScope<bool> loading(FIsLoading, true);
-    ClearTags();
-    FCharList.Clear();
-    if (!exists) {
-        // A name that is no file of the schema folder is never opened, wherever it leads.
-        ReportMissingSchema("Invalid schema file \"%s\"", file);
-        return false;
-    }
-    SetHiddenRootNode(MakeRef<THTMLTag>(RootName, this, -1));
-    LoadSchema(ExtensionOf(file));
-    if (FIsASPEnabled) LoadServerControls();
+    if (isFollowed) return false;
+    MakeTable([this] { LoadFree(); });
     return true;
 }
 
-// Before the parse, so that its fix-ups see whole lists: the first list of a schema is
-// the same as all later ones.
-void TMLSymbolManager::ShowAllChildren() {
-    for (auto& tag : FTagList) {
-        tag->SetShowAttributes(false);
-        tag->AlphaSort();
+// ---- documents that may name their schema
+
+bool TSchemaSelection::Select(const std::string& name, std::string_view outputLanguage, bool isBeingTyped) {
+    TKibitzMode mode = FManager.GetKibitzMode();
+    if (mode == kmXML) return SelectFree(name);
+    std::string file = GetSchemaFileName(name, mode);
+    // A name that is no file of the schema folder is never opened, wherever it leads: such a
+    // document gets what it would have without a name.
+    std::string missing;
+    if (!Exists(file)) {
+        std::string standard = GetSchemaFileName({}, mode);
+        missing = name.empty() ? standard : name;
+        file = Exists(standard) ? standard : std::string();
     }
-    FFixups.ResetAll();
+    bool outputChanged = mode == kmXSL && FXSLOutputFile != outputLanguage;
+    bool controlsChanged = mode == kmHTML && FASPChanged;
+    bool isNew = file != FSchemaFile || outputChanged || controlsChanged;
+    if (isNew) {
+        FASPChanged = false;
+        FSchemaFile = file;
+        FXSLOutputFile.clear();
+        MakeTable([&] { LoadFile(outputLanguage); });
+    }
+    // After the load, which begins with an empty message view.
+    if (!missing.empty() && !isBeingTyped) ReportMissing(InvalidFile, missing);
+    return isNew;
 }
 
-void TMLSymbolManager::LoadSchema(const std::string& extension) {
+void TSchemaSelection::LoadFile(std::string_view outputLanguage) {
     std::string file = FSchemaFile;
-    if (extension == ".dtd") {
-        LoadDTD(*GetHiddenRootNode(), file);
-        if (GetKibitzMode() == kmXSL) LoadOutputLanguage();
-    } else if (extension == ".xsd") {
-        LoadXSD(*GetHiddenRootNode(), nullptr, file);
+    THTMLTag& root = *FManager.GetHiddenRootNode();
+    if (ExtensionOf(file) == ".dtd") {
+        FManager.LoadDTD(root, file);
+        if (FManager.GetKibitzMode() == kmXSL) LoadOutputLanguage(outputLanguage);
+    } else if (ExtensionOf(file) == ".xsd") {
+        FManager.LoadXSD(root, nullptr, file);
     }
+    if (FIsASPEnabled) LoadServerControls();
 }
 
-// The elements of the output language become children of xsl:template.
-void TMLSymbolManager::LoadOutputLanguage() {
-    TTagBucket* bucket = FindBucket(u"xsl:template");
-    const std::string& output = FParser->FXSLOutputSchema;
+// The elements of the output language become children of xsl:template. A language that cannot
+// be found is not looked for again until the document names another.
+void TSchemaSelection::LoadOutputLanguage(std::string_view output) {
+    FXSLOutputFile = output;
+    TTagBucket* bucket = FManager.FindBucket(u"xsl:template");
     auto* host = bucket ? dynamic_cast<THTMLTag*>(bucket->Tag.Get()) : nullptr;
     if (!host || output.empty()) return;
     std::string file = GetSchemaFileName(output, kmXSL);
-    if (!GetPlatform().FileExists(file)) {
-        ReportMissingSchema("Invalid schema file \"%s\"", file);
-        return;
-    }
-    LoadDTD(*host, file);
-    FXSLOutputFile = output;
+    if (Exists(file)) FManager.LoadDTD(*host, file);
+    else ReportMissing(InvalidFile, file);
 }
 
-void TMLSymbolManager::LoadServerControls() {
+void TSchemaSelection::LoadServerControls() {
     std::string folder = FolderOf(FSchemaFile) + "asp schemas/";
     for (const auto& file : GetPlatform().ListFolder(folder))
-        if (ExtensionOf(file) == ".xsd") LoadXSD(*GetHiddenRootNode(), &GetASPParentTags(), folder + file);
+        if (ExtensionOf(file) == ".xsd")
+            FManager.LoadXSD(*FManager.GetHiddenRootNode(), &TMLSymbolManager::GetASPParentTags(),
+                             folder + file);
 }
-
-// A new table takes effect within the same invocation: the state that the list is made
-// from has to speak of it. The parse ends in the same decision again; with an output
-// language that cannot be found it would load the same schema for ever.
-void TMLSymbolManager::ParseAgain() {
-    TValueScope<bool> reloading(FIsReloading, true);
-    FReloadDepth = FParseDepth;
-    auto services = GetService<INibCodeInsightServices>();
-    auto view = services ? services->CurrentEditView() : nullptr;
-    if (view) FParser->Parse(view->CaretPos(), MakeRef<TMLBufferProducer>(view, 0), nullptr);
-}
-
-void TMLSymbolManager::SetIsASPEnabled(bool value) {
-    if (value != FIsASPEnabled) FASPChanged = true;
-    FIsASPEnabled = value;
-}
-
-void TMLSymbolManager::InitParse(const std::string& fileName) {
-    std::string extension = ExtensionOf(fileName);
-    auto mapper = GetFileToSchemaMapperService();
-    if (extension == ".xsl" || extension == ".xslt") {
-        SetKibitzMode(kmXSL);
-    } else if (extension == ".wml") {
-        SetKibitzMode(kmWML);
-    } else if (extension == ".resx") {
-        SetKibitzMode(kmResX);
-    } else if (mapper->HasSchema(fileName)) {
-        SetKibitzMode(kmXML);
-        std::string schema = mapper->GetSchema(fileName);
-        if (schema != FSchemaFile) SetSchemaFile(schema);
-    } else {
-        SetKibitzMode(kmHTML);
-    }
-    FFileName = fileName;
-    SetIsASPEnabled(extension == ".aspx" || extension == ".ascx" || extension == ".master");
-}
-
-void TMLSymbolManager::CallbacksInvalidate() { FParser->CallbacksInvalidate(); }
 
 }  // namespace caretwell

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "caretwell/markup/FilteredRange.h"
+#include "markup/FilteredRange.h"
 
 namespace caretwell {
 

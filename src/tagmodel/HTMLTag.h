@@ -11,10 +11,10 @@
 #include <string>
 #include <vector>
 
-#include "caretwell/markup/FilteredRange.h"
-#include "caretwell/markup/MLParserUtils.h"
-#include "caretwell/tagmodel/NameTable.h"
-#include "caretwell/tagmodel/TagContext.h"
+#include "markup/FilteredRange.h"
+#include "markup/MLParserUtils.h"
+#include "tagmodel/NameTable.h"
+#include "tagmodel/TagContext.h"
 
 namespace caretwell {
 

@@ -3,9 +3,9 @@
 
 #include <string_view>
 
-#include "caretwell/host/RefCounted.h"
-#include "caretwell/markup/NameMap.h"
-#include "caretwell/markup/Text.h"
+#include "host/RefCounted.h"
+#include "markup/NameMap.h"
+#include "markup/Text.h"
 
 namespace caretwell {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "caretwell/markup/MLParserUtils.h"
+#include "markup/MLParserUtils.h"
 
 namespace caretwell {
 

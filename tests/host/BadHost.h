@@ -2,7 +2,6 @@
 // examples; and a way through every call that an editor makes.
 #pragma once
 
-#include <caretwell/parser/MLParser.h>
 #include <caretwell/stylesheet/CSSLanguage.h>
 #include <gtest/gtest.h>
 

@@ -217,7 +217,7 @@ TEST(BadUse, AnObserverThatInterferes) {
     host.Open("a.html", "<ul><li>a<li target='x'>b<p>^</ul>");
     auto manager = QueryAs<INibMLCodeInsightManager>(ManagerFor(host, "a.html"));
     std::u16string token;
-    TMLParser& parser = QueryAs<ISymbolManagerAccessor>(manager)->GetSymbolManager()->GetParser();
+    auto parse = QueryAs<INibMLParse>(manager);
     const struct {
         const char* Name;
         std::function<void()> Action;
@@ -229,10 +229,10 @@ TEST(BadUse, AnObserverThatInterferes) {
     };
     for (const auto& c : cases) {
         auto observer = MakeRef<TObserver>(c.Action);
-        parser.AddCallback(observer.Get());
+        parse->AddCallback(observer.Get());
         manager->InvokeCodeCompletion(itUser, token);
         EXPECT_GT(observer->FCount, 0) << c.Name;
-        parser.RemoveCallback(observer.Get());
+        parse->RemoveCallback(observer.Get());
         ExpectUnharmed(host, c.Name);
         host.Open("a.html", "<ul><li>a<li target='x'>b<p>^</ul>");
     }

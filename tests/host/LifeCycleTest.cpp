@@ -52,7 +52,7 @@ TEST(LifeCycle, AHundredRoundsLeaveNothingBehind) {
 TEST(LifeCycle, TheSchemasThatShipComeAndGo) {
     for (int round = 0; round < 3; ++round) {
         TEngine engine(CARETWELL_SOURCE_DIR "/schemas");
-        EXPECT_EQ(ProposeSanely(engine, "a.html", "<ul><^"), "</ul> li script template ");
+        EXPECT_EQ(ProposeSanely(engine, "a.html", "<ul><^"), "li script template ");
         EXPECT_NE(ProposeSanely(engine, "a.aspx", "<body><^").find("asp:button "), std::string::npos);
         EXPECT_NE(ProposeSanely(engine, "Web.config", "<configuration><^").find("appsettings "),
                   std::string::npos);
@@ -153,10 +153,10 @@ TEST(LifeCycle, WhatIsHeldAfterTheEndIsEmptyAndHarmless) {
         EXPECT_NE(ProposeSanely(engine, "a.html", "<ul>^"), "");
         markup = MarkupLanguageManager();
         style = CSSLanguageManager();
-        auto* symbols = QueryAs<ISymbolManagerAccessor>(markup)->GetSymbolManager();
+        auto parse = QueryAs<INibMLParse>(markup);
         QueryAs<INibMLCodeInsightManager>(markup)->GetTagFromHashList(u"ul", tag);
-        stack = GetTagStackIterator(*symbols);
-        tags = GetSymbolManagerIterator(*symbols);
+        stack = parse->GetTagStack();
+        tags = parse->GetElements();
         EXPECT_GT(tags->Count(), 10);
         EXPECT_TRUE(stack->HasNext());
         mapper = GetFileToSchemaMapperService();

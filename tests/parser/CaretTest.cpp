@@ -66,7 +66,12 @@ TEST(Caret, InTextAndTags) {
         {"<div><u^ ", "name u in -"},  // a name the schema does not know has no parent kept
         {"<div><ul^ ", "name ul in div"},
         {"<ul^ x", "name ul in <!--root-->"},
-        {"<div><ul^", "attributes ul"},  // at the very end the name lies wholly before the caret
+        {"<div><ul^", "name ul in div"},  // the end of a document ends no name
+        {"<div><^", "open in div"},
+        {"<p align^", "attributes p"},
+        {"<div></^", "open in div closing"},
+        {"<p>a^<b></p> <i", "text p"},
+        {"<p align=c^ id=x>", "value align@11 of p"},  // an unquoted word may go on
         {"<p ^>", "attributes p"},
         {"<p>^", "text p"},
         {"<p^>", "name p in <!--root-->"},
@@ -89,6 +94,17 @@ TEST(Caret, Regions) {
     const TCase cases[] = {
         {"<script>a<b^</script>", "text script script"},
         {"<script></script>^", "text -"},
+        {"<style></style>^", "text -"},
+        {"<script/><p>^", "text p"},
+        {"<body><script>a ^</script><p>a < b", "text script script"},
+        {"<p><![CDATA[<b>^", "text p"},
+        {"<?php // don't ?><p>^", "text p"},
+        {"<?php echo '?> <b>' ?><p>^", "text p"},
+        {"<!DOCTYPE a [ <!ENTITY b \"<p>\"> <!-- ' ] --> ]><p>^", "text p"},
+        {"<!DOCTYPE ^", "text - doctype"},
+        {"<!DOC^", "text - doctype"},
+        {"<!ELEMENT a><p>^", "text p"},
+        {"<% a %>^", "text -"},
         {"<script></scr^ipt>", "name script in - closing script"},
         {"<STYLE>p {^}</style>", "text style style"},
         {"<textarea><p>^</textarea>", "text textarea textarea"},
@@ -116,15 +132,19 @@ TEST(Caret, OpenTags) {
         {"<div>^</div>", "div1 |"},             // closed further down
         {"<div>^\n<p>", "div1 | </div>1"},      // a later line has no say
         {"<div>^<p>", "div1 | </p>1 </div>1"},  // the caret's line has
-        {"<ul><li>a</ul>^", "| </li>1"},        // an implied close leaves the document's record
+        {"<ul><li>a</ul>^", "|"},               // an implied close is one
         {"<div><b></div>^", "b1 | </b>1"},      // b needs its own closing tag
-        {"<b><ul></b>^", "| </ul>1"},           // ul does not belong in b
+        {"<b><ul></b>^", "|"},                  // ul does not belong in b
         {"<?xml version='1.0'?><b><ul></b>^", "ul1 | </ul>1"},
         {"<p></b>^", "p1 | </p>1"},
         {"<p>a<br>b<img>^", "p1 | </p>1"},  // empty elements close themselves
         {"<?xml version='1.0'?><p><br>^", "br1 p1 | </p>1"},
         {"<p/>^", "|"},
-        {"<x><y></x>^", "| </y>1"},
+        {"<x><y></x>^", "|"},
+        {"<div><div>a</div> > b ^", "div1 | </div>1"},  // ">" in text closes nothing
+        {"<div>\n^<div>a</div> > b", "div1 | </div>1"},
+        {"<p>^<span/><a href=x/>t</a>", "p1 | </p>1"},
+        {"<![CDATA[<table>]]><p>^", "p1 | </p>1"},
         {"<X></x>^", "|"},
         {"a\r\nb\rc\n\rd<p>^", "p4 | </p>4"},  // four kinds of line break
         {"<p ^><br/><span/>", "p1 | </p>1"},   // what ends itself behind the caret's tag
@@ -143,9 +163,9 @@ TEST(Caret, ManyOpenTags) {
     for (int count : {10, 100}) {
         std::string open = Times(count, "b1 ");
         EXPECT_EQ(Open("<div><x><p><ul>" + Times(count, "<b>") + "</div>^"),
-                  open + "ul1 |" + Times(count, " </b>1") + " </ul>1 </p>1 </x>1")
+                  open + "ul1 |" + Times(count, " </b>1") + " </ul>1")
             << count;
-        EXPECT_EQ(Open("<x>" + Times(count, "<li>") + "<y></x>^"), "| </y>1" + Times(count, " </li>1"));
+        EXPECT_EQ(Open("<x>" + Times(count, "<li>") + "<y></x>^"), "|");
     }
 }
 
@@ -159,6 +179,12 @@ TEST(Caret, WrittenAttributes) {
         {"<p class=a align=le^", "class=a@3-10 align=@11-18 "},
         {"<input checked ^>", "checked=true@7-15 "},
         {"<a 'x' href=y^ <p>", "href=y@7-13 "},
+        // A tag that nobody has ended yet: the next one begins, and what is between is text.
+        {"<div ^\n<p class=x>t</p></div>", ""},
+        {"<div ^ some text <p id=x>", ""},
+        {"<div class=a ^ id=b\nalign=c <p>", "class=a@5-12 id=b@14-18 "},
+        {"<div ^\nalign=left>", "align=left@6-16 "},
+        {"<xsl:if test='x'><b></xsl:if> select x <i ^>", ""},
     };
     for (const auto& c : cases) {
         std::string written;
@@ -250,7 +276,7 @@ TEST(Caret, RegionsAcrossBlocks) {
         {"<%@ no a %><p>^"},
         {"<!DOCTYPE html SYSTEM 'loose.dtd'><p>^"},
         {"<p class='x y'/><b id=\"^z\">"},
-        {"<p/class='x'>t<b>^", true},  // the closing quote is the last byte of a block
+        {"<p/class='x'>t<b>^"},  // the closing quote is the last byte of a block
         {"<a target=_s^>t</a>"},
         {"<p class=x\r\nid='y' ^><b>"},
         {"<div\r\n<%= a %> class=x ^>"},

@@ -296,7 +296,10 @@ TEST_F(XSDLoader, NamespacesOfADocument) {
         namespaces.AddAttribute(std::string("xmlns") + c.FPrefixOfA, "urn:a");
         namespaces.AddAttribute(std::string("xmlns") + c.FPrefixOfB, "urn:b");
         TTable table;
-        table.Manager.SetNamespaces(namespaces);
+        TCaretState state;
+        state.FNamespaces = namespaces;
+        table.Manager.SetKibitzMode(kmXML);
+        table.Manager.GetSelection().Follow(state);
         table.Load(file);
         EXPECT_EQ(table.Show(c.FNames), c.FExpect) << c.FPrefixOfA << c.FPrefixOfB;
     }

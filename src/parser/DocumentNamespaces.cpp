@@ -1,4 +1,4 @@
-#include "symbols/DocumentNamespaces.h"
+#include "parser/DocumentNamespaces.h"
 
 #include <algorithm>
 
