@@ -66,7 +66,6 @@ public:
         FEngine.Host().Settings().Override("Auto Code Completions", hasAids ? "True" : "False");
         TDocument& document = FEngine.Open(work.Before + work.After, work.Name);
         document.View().SetCaretOffset(static_cast<int32_t>(work.Before.size()));
-        FEngine.Prepare(document);
         Keys(document, ToUtf16(work.Typed));
         std::string result = document.Text().Text(), expected = work.Before + work.Typed + work.After;
         auto caret = static_cast<size_t>(document.View().CaretOffset());
