@@ -234,6 +234,10 @@ TEST(Manager, Answers) {
         host.Session().CloseDocument(document);
     }
     std::u16string word;
+    TDocument& smile = host.Open("a { \xF0\x9F\x98\x80^");
+    EXPECT_TRUE(manager->InvokeCodeCompletion(itUser, word));
+    EXPECT_EQ(CSSKibitzManager().ComposeChoice(0)->DeletedCount, 1) << "a character, not its two units";
+    host.Session().CloseDocument(smile);
     EXPECT_FALSE(manager->InvokeCodeCompletion(itUser, word)) << "without a view";
     EXPECT_EQ(list->GetCount(), 0);
 }
