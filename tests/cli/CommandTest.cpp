@@ -14,15 +14,23 @@ using TJson = nlohmann::ordered_json;
 
 class Command : public testing::Test {
 protected:
+    /// A word for each blank; "~" is a blank inside a word, and alone an empty word.
+    static TWords Words(std::string_view line) {
+        TWords words;
+        for (std::istringstream in{string(line)}; in >> words.emplace_back();)
+            std::replace(words.back().begin(), words.back().end(), '~', ' ');
+        words.pop_back();
+        std::replace(words.begin(), words.end(), string(" "), string());
+        return words;
+    }
     /// Runs a command on a text with the caret at "^", by the small schemas.
-    TCommandResult RunAt(const char* command, const char* name, std::string_view text, TWords more = {}) {
+    TCommandResult RunAt(const char* command, const char* name, std::string_view text, string more = {}) {
         TWords words{command, "-", "--name", name, "--mark", "^", "--schemas", SmallSchemas};
-        words.insert(words.end(), more.begin(), more.end());
+        for (auto& word : Words(more)) words.push_back(std::move(word));
         return FFolder.Run(words, text);
     }
-    TJson JsonAt(const char* command, const char* name, std::string_view text, TWords more = {}) {
-        more.push_back("--json");
-        auto result = RunAt(command, name, text, more);
+    TJson JsonAt(const char* command, const char* name, std::string_view text, const string& more = {}) {
+        auto result = RunAt(command, name, text, more + " --json");
         EXPECT_TRUE(result.Out.ends_with("\n")) << text;
         return TJson::parse(result.Out, nullptr, false);
     }
@@ -37,39 +45,32 @@ protected:
 
 TEST_F(Command, Complete) {
     struct TCase {
-        const char* Name;
-        std::string_view Text;
-        TWords More;
-        const char* List;
-        const char* Items;
+        const char *Name, *Text, *More, *List, *Items;
     };
-    const TWords orders = {"--map", ".order=order.xsd"};
+    const char* orders = "--map .order=order.xsd";
     const TCase cases[] = {
-        {"a.html", "<ul><^", {}, "elements", "li"},
-        {"a.html", "<ul><l^", {}, "elements", "li"},  // half a name at the very end
-        {"a.html", "<ul>^", {}, "elements", "</ul> li"},
-        {"a.html", "<p al^>", {}, "attributes", "align"},
-        {"a.html", "<p align='^'>", {}, "values", "center justify left right"},
-        {"a.html", "<td bgcolor=^>", {}, "values", "color..."},
-        {"a.html", "<p>&ag^", {}, "entities", "agrave"},
-        {"a.html", "<p>&am^", {"--key", "&"}, "entities", "amp"},
-        {"a.html", "<p ^>", {"--key", "<"}, "none", ""},  // a key that opens nothing here
-        {"a.HTML", "<UL><^", {}, "elements", "li"},
+        {"a.html", "<ul><^", "", "elements", "li"},
+        {"a.html", "<ul><l^", "", "elements", "li"},  // half a name at the very end
+        {"a.html", "<ul>^", "", "elements", "</ul> li"},
+        {"a.html", "<p al^>", "", "attributes", "align"},
+        {"a.html", "<p align='^'>", "", "values", "center justify left right"},
+        {"a.html", "<td bgcolor=^>", "", "values", "color..."},
+        {"a.html", "<p>&ag^", "", "entities", "agrave"},
+        {"a.html", "<p>&am^", "--key &", "entities", "amp"},
+        {"a.html", "<p ^>", "--key <", "none", ""},  // a key that opens nothing here
+        {"a.HTML", "<UL><^", "", "elements", "li"},
         // Style text, in a sheet and on a page.
-        {"a.css", "a { co^", {}, "properties", "color column-count"},
-        {"a.css", "a { color:^", {"--key", ":"}, "values", "color... green red"},
-        {"a.css", "a { &:hover { width: a^ } }", {}, "values", "auto"},
-        {"a.html", "<style>a { w^ }</style>", {}, "properties", "width"},
-        {"a.html", "<p style='width: ^'>", {}, "values", "auto length..."},
-        {"a.html", "<p style='width: ^'>", {"--plain"}, "none", ""},
-        {"a.css", "a^ { }", {}, "none", ""},
+        {"a.css", "a { co^", "", "properties", "color column-count"},
+        {"a.css", "a { color:^", "--key :", "values", "color... green red"},
+        {"a.css", "a { &:hover { width: a^ } }", "", "values", "auto"},
+        {"a.html", "<style>a { w^ }</style>", "", "properties", "width"},
+        {"a.html", "<p style='width: ^'>", "", "values", "auto length..."},
+        {"a.html", "<p style='width: ^'>", "--plain", "none", ""},
+        {"a.css", "a^ { }", "", "none", ""},
         // A schema of one's own; names keep their case.
         {"a.order", "<^", orders, "elements", "Order"},
         {"a.order", "<Order><^", orders, "elements", "Item Note"},
-        {"a.order",
-         "<Order><^",
-         {"--map", ".order=order.xsd", "--setting", "Simple Typed Elements=False"},
-         "elements",
+        {"a.order", "<Order><^", "--map .order=order.xsd --setting Simple~Typed~Elements=False", "elements",
          "Item"},
         {"a.order", "<Order state='^'>", orders, "values", "open sent"},
     };
@@ -85,49 +86,28 @@ TEST_F(Command, Complete) {
 TEST_F(Command, Shapes) {
     const string schema = SmallSchemas + "/loose.dtd", style = SmallSchemas + "/css.xml";
     struct TCase {
-        const char* Command;
-        const char* Name;
-        std::string_view Text;
-        TWords More;
+        const char *Command, *Name, *Text, *More;
         string Expect;
     };
     const TCase cases[] = {
-        {"complete",
-         "a.html",
-         "<ul>\n^",
-         {},
+        {"complete", "a.html", "<ul>\n^", "",
          R"({"file":"a.html","line":2,"column":1,"mode":"kmHTML","schema":")" + schema +
              R"(","opened":true,"list":"elements","context":15,"filter":"","items":[)"
              R"({"name":"</ul>","text":"</ul>","type":"line 1","class":"Element  ","closing":true},)"
              R"({"name":"li","text":"li","type":"","class":"Element  ","closing":false}]})"},
-        {"complete",
-         "a.html",
-         "<p>&am^",
-         {},
+        {"complete", "a.html", "<p>&am^", "",
          R"({"file":"a.html","line":1,"column":7,"mode":"kmHTML","schema":")" + schema +
              R"(","opened":true,"list":"entities","context":14,"filter":"am","items":[)"
              R"({"name":"amp","text":"amp","type":"","class":"","closing":false,"code":38}]})"},
-        {"complete",
-         "a.css",
-         "a{column-count:^",
-         {},
+        {"complete", "a.css", "a{column-count:^", "",
          R"({"file":"a.css","line":1,"column":16,"schema":")" + style +
              R"(","opened":true,"list":"values","context":16,"filter":"","items":[)"
              R"({"name":"auto","text":"auto","type":"","class":"value","closing":false}]})"},
-        {"choose",
-         "a.html",
-         "ä<ul><l^>",
-         {"--item", "li"},
+        {"choose", "a.html", "ä<ul><l^>", "--item li",
          R"({"text":"ä<ul><li>","caret":{"line":1,"column":9,"offset":9},"open":false})"},
-        {"explain",
-         "a.css",
-         "a { color: r^",
-         {},
+        {"explain", "a.css", "a { color: r^", "",
          R"({"position":"kpExpr","property":"color","lastDeclaration":"color"})"},
-        {"explain",
-         "a.html",
-         "<ul>\n<foo a=b><p class='x' al^ign='left'>",
-         {},
+        {"explain", "a.html", "<ul>\n<foo a=b><p class='x' al^ign='left'>", "",
          R"({"mode":"kmHTML","schema":")" + schema +
              R"(","inTag":true,"inClosingTag":false,"caretInTagName":false,"inScript":false,"inStyle":false,)"
              R"("inTextArea":false,"inDocType":false,"isXML":false,"unterminatedTag":false,)"
@@ -143,9 +123,8 @@ TEST_F(Command, Shapes) {
              R"("autoClose":[]})"},
     };
     for (const TCase& c : cases) {
-        TWords more = c.More;
-        more.push_back("--json");
-        EXPECT_EQ(RunAt(c.Command, c.Name, c.Text, more).Out, c.Expect + "\n") << c.Text;
+        EXPECT_EQ(RunAt(c.Command, c.Name, c.Text, c.More + string(" --json")).Out, c.Expect + "\n")
+            << c.Text;
     }
 }
 
@@ -173,47 +152,25 @@ TEST_F(Command, Texts) {
 
 TEST_F(Command, Editing) {
     struct TCase {
-        const char* Command;
-        const char* Name;
-        std::string_view Text;
-        TWords More;
-        const char* Expect;
+        const char *Command, *Name, *Text, *More, *Expect;
     };
     const TCase cases[] = {
-        {"choose", "a.html", "<p al^>", {"--item", "align", "--close", "space"}, "<p align= ^>"},
-        {"choose",
-         "a.html",
-         "<p al^>",
-         {"--item", "align", "--setting", "Auto Quote=true"},
-         "<p align=\"^\">"},
-        {"choose", "a.html", "<ul><^", {"--item", "li", "--close", ">"}, "<ul><li>^</li>"},
-        {"choose", "a.html", "<ul><^", {"--item", "li", "--close", "escape"}, "<ul><^"},
-        {"choose", "a.html", "<td bgcolor=''^>", {"--item", "class"}, nullptr},
-        {"choose",
-         "a.html",
-         "<td bgcolor='^'>",
-         {"--item", "color...", "--answer", "color=#123"},
+        {"choose", "a.html", "<p al^>", "--item align --close space", "<p align= ^>"},
+        {"choose", "a.html", "<p al^>", "--item align --setting Auto~Quote=true", "<p align=\"^\">"},
+        {"choose", "a.html", "<ul><^", "--item li --close >", "<ul><li>^</li>"},
+        {"choose", "a.html", "<ul><^", "--item li --close escape", "<ul><^"},
+        {"choose", "a.html", "<td bgcolor=''^>", "--item class", nullptr},
+        {"choose", "a.html", "<td bgcolor='^'>", "--item color... --answer color=#123",
          "<td bgcolor='#123'^>"},
-        {"choose", "a.html", "<td bgcolor='^'>", {"--item", "color..."}, "<td bgcolor='^'>"},
-        {"choose",
-         "a.css",
-         "a { width: ^",
-         {"--item", "length...", "--answer", "length=12em"},
-         "a { width: 12em;^"},
-        {"choose", "a.html", "<p style='wi^'>", {"--item", "width"}, "<p style='width:^'>"},
-        {"type",
-         "a.html",
-         "<body>^</body>",
-         {"--keys", "<ul><li>a&amp{Enter}b"},
+        {"choose", "a.html", "<td bgcolor='^'>", "--item color...", "<td bgcolor='^'>"},
+        {"choose", "a.css", "a { width: ^", "--item length... --answer length=12em", "a { width: 12em;^"},
+        {"choose", "a.html", "<p style='wi^'>", "--item width", "<p style='width:^'>"},
+        {"type", "a.html", "<body>^</body>", "--keys <ul><li>a&amp{Enter}b",
          "<body><ul><li>a&amp;b^</li></ul></body>"},
-        {"type", "a.html", "<body>^", {"--keys", "<{Down}{Down}{Up}{Enter}"}, "<body><b^"},
-        {"type", "a.html", "^", {"--keys", "xy{Left}{Backspace}ä{{}}😀{Right}{Esc}{Tab}"}, "ä{}😀y\t^"},
-        {"type", "a.html", "a\r\n^", {"--keys", "b{Enter}"}, "a\r\nb\r\n^"},  // line ends stay as they are
-        {"type",
-         "a.css",
-         "a {^}",
-         {"--keys", " co{Ctrl+Space}{Enter} r{Ctrl+Space}{Enter}"},
-         "a { color: red;^}"},
+        {"type", "a.html", "<body>^", "--keys <{Down}{Down}{Up}{Enter}", "<body><b^"},
+        {"type", "a.html", "^", "--keys xy{Left}{Backspace}ä{{}}😀{Right}{Esc}{Tab}", "ä{}😀y\t^"},
+        {"type", "a.html", "a\r\n^", "--keys b{Enter}", "a\r\nb\r\n^"},  // line ends stay as they are
+        {"type", "a.css", "a {^}", "--keys ~co{Ctrl+Space}{Enter}~r{Ctrl+Space}{Enter}", "a { color: red;^}"},
     };
     for (const TCase& c : cases) {
         auto result = RunAt(c.Command, c.Name, c.Text, c.More);
@@ -242,20 +199,14 @@ TEST_F(Command, InPlace) {
 TEST_F(Command, Events) {
     auto result = FFolder.Run({"events", "-", "--name", "a.html", "--json", "--schemas", SmallSchemas},
                               "<ul class=\"x\">a<!--b--></ul><br/>");
-    EXPECT_EQ(result.Out, R"({"type":"ttAttribute","name":"class","start":4,"end":13})"
-                          "\n"
-                          R"({"type":"ttOpen","name":"ul","start":0,"end":14})"
-                          "\n"
-                          R"({"type":"ttText","text":"a","start":14,"end":15})"
-                          "\n"
-                          R"({"type":"ttComment","text":"b","start":15,"end":23})"
-                          "\n"
-                          R"({"type":"ttClose","name":"ul","start":23,"end":28})"
-                          "\n"
-                          R"({"type":"ttSingleLine","name":"br","start":28,"end":33})"
-                          "\n"
-                          R"({"type":"ttText","text":"","start":33,"end":33})"
-                          "\n");
+    EXPECT_EQ(result.Out, R"({"type":"ttAttribute","name":"class","start":4,"end":13}
+{"type":"ttOpen","name":"ul","start":0,"end":14}
+{"type":"ttText","text":"a","start":14,"end":15}
+{"type":"ttComment","text":"b","start":15,"end":23}
+{"type":"ttClose","name":"ul","start":23,"end":28}
+{"type":"ttSingleLine","name":"br","start":28,"end":33}
+{"type":"ttText","text":"","start":33,"end":33}
+)");
 }
 
 TEST_F(Command, Schema) {
@@ -302,51 +253,50 @@ TEST_F(Command, Failures) {
     FFolder.Write("a.txt", "<p>");
     FFolder.Write("empty/x", "");
     struct TCase {
-        TWords Words;
+        const char* Words;
         int Status;
         const char* Line;
     };
     const TCase cases[] = {
-        {{}, 2, "subcommand is required"},
-        {{"frob"}, 2, "frob: no such command"},
-        {{"complete"}, 2, "place is required"},
-        {{"complete", "a.html"}, 2, "a.html: FILE:LINE:COLUMN"},
-        {{"complete", "a.html:0:1"}, 2, "a.html:0:1"},
-        {{"complete", "a.html:1:99999999999"}, 2, "a.html:1:99999999999"},
-        {{"complete", "a.html:3:1"}, 2, "a.html:3: the text ends in line 2"},
-        {{"complete", "a.html:1:5"}, 2, "a.html:1:5: the line ends at column 4"},
-        {{"complete", "a.html", "--mark", "#"}, 2, "\"#\" is not in the text"},
-        {{"complete", "a.html", "--mark", "^"}, 2, "more than once"},
-        {{"complete", "a.html", "--mark", ""}, 2, "--mark"},
-        {{"complete", "a.html:1:1", "--key", "ab"}, 2, "--key ab"},
-        {{"complete", "a.html:1:1", "--map", "x=y.xsd"}, 2, "--map x=y.xsd"},
-        {{"complete", "a.html:1:1", "--map", ".config=y.xsd"}, 2, "has a schema already"},
-        {{"complete", "a.html:1:1", "--setting", "x"}, 2, "--setting x"},
-        {{"complete", "a.html:1:1", "--item", "x"}, 2, "--item"},
-        {{"choose", "a.html:1:1"}, 2, "--item is required"},
-        {{"choose", "a.html:1:1", "--item", "x", "--close", "xx"}, 2, "--close xx"},
-        {{"type", "a.html:1:1", "--keys", "{Home}"}, 2, "{Home} is no key"},
-        {{"type", "a.html:1:1", "--keys", "{Tab"}, 2, "no closing brace"},
-        {{"type", "-:1:1", "--keys", "x", "--in-place"}, 2, "--in-place"},
-        {{"schema", "a.txt"}, 2, "a.txt: a .dtd"},
-        {{"complete", "none.html:1:1"}, 3, "none.html: No such file"},
-        {{"complete", ".:1:1"}, 3, ".: Is a directory"},
-        {{"complete", "a.html:1:1", "--schemas", "none"}, 3, "none/: No such file"},
-        {{"complete", "a.html:1:1", "--schemas", "empty"}, 3, "Invalid schema file \"empty/loose.dtd\""},
-        {{"complete", "-:1:1", "--name", "a.css", "--schemas", "empty"}, 3, "empty/css.xml: No such file"},
-        {{"complete", "-:1:1", "--name", "a.o", "--map", ".o=no.xsd"}, 3, "no.xsd"},
-        {{"schema", "none.dtd"}, 3, "none.dtd: No such file"},
-        {{"complete", "a.txt:1:1"}, 1, "a.txt: no schema"},
-        {{"choose", "a.html:1:4", "--item", "nope"}, 1, "\"nope\" is not in the list"},
-        {{"events", "-", "--name", "a.css"}, 1, "a.css"},
+        {"", 2, "subcommand is required"},
+        {"frob", 2, "frob: no such command"},
+        {"complete", 2, "place is required"},
+        {"complete a.html", 2, "a.html: FILE:LINE:COLUMN"},
+        {"complete a.html:0:1", 2, "a.html:0:1"},
+        {"complete a.html:1:99999999999", 2, "a.html:1:99999999999"},
+        {"complete a.html:3:1", 2, "a.html:3: the text ends in line 2"},
+        {"complete a.html:1:5", 2, "a.html:1:5: the line ends at column 4"},
+        {"complete a.html --mark #", 2, "\"#\" is not in the text"},
+        {"complete a.html --mark ^", 2, "more than once"},
+        {"complete a.html --mark ~", 2, "--mark"},
+        {"complete a.html:1:1 --key ab", 2, "--key ab"},
+        {"complete a.html:1:1 --map x=y.xsd", 2, "--map x=y.xsd"},
+        {"complete a.html:1:1 --map .config=y.xsd", 2, "has a schema already"},
+        {"complete a.html:1:1 --setting x", 2, "--setting x"},
+        {"complete a.html:1:1 --item x", 2, "--item"},
+        {"choose a.html:1:1", 2, "--item is required"},
+        {"choose a.html:1:1 --item x --close xx", 2, "--close xx"},
+        {"type a.html:1:1 --keys {Home}", 2, "{Home} is no key"},
+        {"type a.html:1:1 --keys {Tab", 2, "no closing brace"},
+        {"type -:1:1 --keys x --in-place", 2, "--in-place"},
+        {"schema a.txt", 2, "a.txt: a .dtd"},
+        {"complete none.html:1:1", 3, "none.html: No such file"},
+        {"complete .:1:1", 3, ".: Is a directory"},
+        {"complete a.html:1:1 --schemas none", 3, "none/: No such file"},
+        {"complete a.html:1:1 --schemas empty", 3, "Invalid schema file \"empty/loose.dtd\""},
+        {"complete -:1:1 --name a.css --schemas empty", 3, "empty/css.xml: No such file"},
+        {"complete -:1:1 --name a.o --map .o=no.xsd", 3, "no.xsd"},
+        {"schema none.dtd", 3, "none.dtd: No such file"},
+        {"complete a.txt:1:1", 1, "a.txt: no schema"},
+        {"choose a.html:1:4 --item nope", 1, "\"nope\" is not in the list"},
+        {"events - --name a.css", 1, "a.css"},
     };
     for (const TCase& c : cases) {
-        auto result = FFolder.Run(c.Words);
-        string call = testing::PrintToString(c.Words);
-        EXPECT_EQ(result.Status, c.Status) << call << result.Err;
-        EXPECT_EQ(result.Out, "") << call;
-        EXPECT_NE(result.Err.find(c.Line), string::npos) << call << result.Err;
-        EXPECT_EQ(std::count(result.Err.begin(), result.Err.end(), '\n'), 1) << call << result.Err;
+        auto result = FFolder.Run(Words(c.Words));
+        EXPECT_EQ(result.Status, c.Status) << c.Words << result.Err;
+        EXPECT_EQ(result.Out, "") << c.Words;
+        EXPECT_NE(result.Err.find(c.Line), string::npos) << c.Words << result.Err;
+        EXPECT_EQ(std::count(result.Err.begin(), result.Err.end(), '\n'), 1) << c.Words << result.Err;
     }
 }
 
