@@ -3,6 +3,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <sstream>
+
 #include "FakeManager.h"
 #include "memory/FileText.h"
 #include "memory/Services.h"
@@ -19,48 +21,42 @@ std::string TemporaryFile(const std::string& text) {
 
 TEST(Settings, LongestSpellingWins) {
     const std::string key = "Software\\Tarnwell\\Code Insight", name = "Auto Code Completions";
-    struct TCase {
-        std::string FJson;
-        std::vector<std::pair<std::string, std::string>> FOverrides;
-        std::string FValue;
-        int FWarnings;
-    };
-    const TCase cases[] = {
-        {R"({"Auto Code Completions": "a"})", {}, "a", 0},
-        {R"({"auto code completions": "a"})", {}, "a", 0},
-        {R"({"Code Insight\\Auto Code Completions": "b", "Auto Code Completions": "a"})", {}, "b", 0},
-        {R"({"Code Insight\\Auto Code Completions": "b",
-            "Software\\Tarnwell\\Code Insight\\Auto Code Completions": "c"})",
-         {},
-         "c",
-         0},
-        {R"({"Other Key\\Auto Code Completions": "a"})", {}, "none", 0},
-        {R"({"Code Insight\\Auto Code Completions": "b"})", {{name, "x"}, {name, "y"}}, "y", 0},
-        {R"({"Auto Code Completions": ""})", {}, "", 0},
-        {R"({"Auto Code Completions": "a")", {}, "none", 1},
-        {R"({"Auto Code Completions": "a", "x": 1})", {}, "none", 1},
-        {"[\"a\"]", {}, "none", 1},
-        {"", {}, "none", 1},
-        {std::string("\xFF\xFE\0", 3), {}, "none", 1},
-        {std::string(100000, '['), {}, "none", 1},
-        {std::string(2000000, ' ') + "{}", {}, "none", 1},
+    const std::string plain = R"("Auto Code Completions": "a")";
+    const std::string longer = R"("Code Insight\\Auto Code Completions": "b")";
+    const std::string longest = R"("Software\\Tarnwell\\Code Insight\\Auto Code Completions": "c")";
+    const struct {
+        std::string FJson, FValue;
+        int FWarnings = 0;
+        std::vector<std::string> FOverrides{};
+    } cases[] = {
+        {"{" + plain + "}", "a"},
+        {R"({"auto code completions": "a"})", "a"},
+        {"{" + longer + "," + plain + "}", "b"},
+        {"{" + longer + "," + longest + "}", "c"},
+        {R"({"Other Key\\Auto Code Completions": "a"})", "none"},
+        {"{" + longer + "}", "y", 0, {"x", "y"}},
+        {R"({"Auto Code Completions": ""})", ""},
+        {"{" + plain, "none", 1},
+        {"{" + plain + R"(, "x": 1})", "none", 1},
+        {"[\"a\"]", "none", 1},
+        {"", "none", 1},
+        {std::string("\xFF\xFE\0", 3), "none", 1},
+        {std::string(100000, '['), "none", 1},
+        {std::string(2000000, ' ') + "{}", "none", 1},
     };
     for (const auto& c : cases) {
         int warnings = 0;
         std::string file = TemporaryFile(c.FJson);
         TSettingsStore store(file, [&](std::string_view) { ++warnings; });
-        for (const auto& [override, value] : c.FOverrides) store.Override(override, value);
-        EXPECT_TRUE(store.OpenKey(key));
+        for (const auto& value : c.FOverrides) store.Override(name, value);
         for (int i = 0; i < 2; ++i)
             EXPECT_EQ(store.ReadString(key, name).value_or("none"), c.FValue) << c.FJson.substr(0, 99);
-        store.ReadString(key, "Extensions");
         EXPECT_EQ(warnings, c.FWarnings) << c.FJson.substr(0, 99);
         unlink(file.c_str());
     }
     std::string line;
     TSettingsStore missing("/nonexistent/s.json", [&](std::string_view text) { line += text; });
-    EXPECT_FALSE(missing.ReadString(key, name));
-    EXPECT_FALSE(missing.ReadString(key, name));
+    EXPECT_FALSE(missing.ReadString(key, name) || missing.ReadString(key, name));
     EXPECT_EQ(line, "settings /nonexistent/s.json: No such file or directory");
 }
 
@@ -83,20 +79,15 @@ TEST(Dialogs, Unit) {
     for (const auto& c : cases) {
         TForm form;
         form.Purpose = "length";
-        form.Controls.resize(4);
-        form.Controls[0].Name = "OKBtn";
-        form.Controls[0].IsDefault = true;
-        form.Controls[0].ModalResult = 1;
-        form.Controls[1].IsCancel = true;
-        form.Controls[1].ModalResult = 2;
-        form.Controls[2].Name = "ValueEdit";
-        auto& units = form.Controls[3];
-        units.Name = "UnitCombo";
-        for (std::string_view left = c.FUnits; !left.empty();
-             left.remove_prefix(std::min(left.size(), left.find(' ') + 1))) {
-            units.Items.emplace_back(left.substr(0, left.find(' ')));
-            if (left.find(' ') == left.npos) break;
+        for (const char* name : {"OKBtn", "CancelBtn", "ValueEdit", "UnitCombo"}) {
+            auto& control = form.Controls.emplace_back();
+            control.Name = name;
+            control.ModalResult = static_cast<int32_t>(form.Controls.size());
         }
+        form.Controls[0].IsDefault = form.Controls[1].IsCancel = true;
+        auto& units = form.Controls[3];
+        std::istringstream words(c.FUnits);
+        for (std::string unit; words >> unit;) units.Items.push_back(unit);
         if (!units.Items.empty()) units.ItemIndex = 0;
         TDialogAnswers answers;
         TScriptedForms forms(answers);
@@ -138,47 +129,34 @@ TEST(Services, OptionSets) {
     THostSession host({.SettingsFile = ""});
     auto options = GetService<INibOptionServices>();
     const struct {
-        const char *FFile, *FSet;
-        bool FMatches;
-    } cases[] = {
-        {"a.css", "StyleSheet", true}, {"A.CSS", "StyleSheet", true},    {"x/a.css", "StyleSheet", true},
-        {"css", "StyleSheet", false},  {"a.css/b", "StyleSheet", false}, {"a.scss", "StyleSheet", false},
-        {"a.", "StyleSheet", false},   {"a.htm", "HTML", true},          {"a.wml", "HTML", true},
-        {"a.css", "HTML", false},      {"a.css", "Unknown", false},
-    };
+        const char *FSet, *FTaken, *FLeft;
+    } cases[] = {{"StyleSheet", "a.css A.CSS x/a.css", "css a.css/b a.scss a. a.htm"},
+                 {"HTML", "a.htm a.wml", "a.css"},
+                 {"Unknown", "", "a.css"}};
     for (const auto& c : cases) {
-        std::string extensions =
-            options->GetExtensionsForTypeID(std::string("Tarnwell.EditOptions.") + c.FSet);
-        EXPECT_EQ(options->MatchExtensions(c.FFile, extensions), c.FMatches) << c.FFile << " " << c.FSet;
+        auto extensions = options->GetExtensionsForTypeID(std::string("Tarnwell.EditOptions.") + c.FSet);
+        for (bool isTaken : {true, false}) {
+            std::istringstream names(isTaken ? c.FTaken : c.FLeft);
+            for (std::string name; names >> name;)
+                EXPECT_EQ(options->MatchExtensions(name, extensions), isTaken) << name << " " << c.FSet;
+        }
     }
 }
 
-TEST(Services, MessagesAndPlatform) {
+TEST(Services, Messages) {
     std::string echoed;
     THostSession host({.SchemaFolder = "/usr/share/schemas/",
                        .SettingsFile = "",
-                       .Settings = {{"Extensions", "shtml"}},
                        .Echo = [&](const TMessage& m) { echoed += m.Prefix + " " + m.Text; }});
     EXPECT_EQ(GetService<INibServices>()->RootDirectory(), "/usr/share/");
     auto messages = GetService<INibMessageServices>();
     messages->AddMessage("a.dtd", "bad", "Error", 3, 4);
     EXPECT_EQ(echoed, "Error bad");
-    ASSERT_EQ(host.Messages().Messages().size(), 1u);
-    EXPECT_EQ(host.Messages().Messages()[0].Line, 3);
+    EXPECT_EQ(host.Messages().Messages().at(0).Line, 3);
     for (size_t i = 0; i < TMessageView::MostKept; ++i) messages->AddMessage("", "", "", 0, 0);
     EXPECT_EQ(host.Messages().DroppedCount(), 1u);
     messages->ClearMessages();
     EXPECT_TRUE(host.Messages().Messages().empty());
-
-    IPlatform& platform = GetPlatform();
-    EXPECT_TRUE(platform.IsMainThread());
-    host.Platform().SetMainThread(false);
-    EXPECT_FALSE(platform.IsMainThread());
-    EXPECT_FALSE(platform.IsCtrlDown());
-    host.Platform().SetCtrlDown(true);
-    EXPECT_TRUE(platform.IsCtrlDown());
-    EXPECT_EQ(platform.Settings()->ReadString("Software\\Tarnwell\\Internet", "Extensions"), "shtml");
-    EXPECT_TRUE(platform.Forms());
 }
 
 TEST(Services, InsertText) {
@@ -211,10 +189,7 @@ TEST(Registry, FindsTheManagerOfAFile) {
     fake->FOptionSet = "Tarnwell.EditOptions.StyleSheet";
     EXPECT_TRUE(registry.Find("a.css") == fake.Get());
     EXPECT_TRUE(registry.Find("a.txt") == takesAll.Get());
-    registry.Unregister(0);
-    registry.Unregister(0);
-    registry.Unregister(-1);
-    registry.Unregister(9);
+    for (int32_t index : {0, 0, -1, 9}) registry.Unregister(index);
     EXPECT_FALSE(registry.Find("a.txt"));
 }
 

@@ -31,11 +31,28 @@ public:
         FSession.reset();
         std::filesystem::remove_all(FFolder);
     }
+    /// In the place of the sheet before.
     TDocument& Open(std::string_view marked) {
+        if (auto* last = FSession->Current()) FSession->CloseDocument(*last);
         TSheet sheet(marked);
         TDocument& document = FSession->Open(sheet.FText, "a.css");
         document.View().SetCaretOffset(sheet.FCaret);
         return document;
+    }
+    std::string Text() {
+        std::string text = FSession->Current()->Text().Text();
+        return text.insert(static_cast<size_t>(FSession->Current()->View().CaretOffset()), "^");
+    }
+    /// What is offered at the caret of a sheet.
+    std::string Offer(std::string_view marked) {
+        Open(marked).Driver().OpenList();
+        return Items();
+    }
+    std::string Items() {
+        std::string names;
+        for (const TListItem& item : FSession->Current()->Driver().Items())
+            names += (names.empty() ? "" : " ") + ToUtf8(item.Text);
+        return names;
     }
     THostSession& Session() { return *FSession; }
 
@@ -44,18 +61,6 @@ private:
     std::optional<THostSession> FSession;
     int32_t FIndex = -1;
 };
-
-std::string TextOf(TDocument& document) {
-    std::string text = document.Text().Text();
-    return text.insert(static_cast<size_t>(document.View().CaretOffset()), "^");
-}
-
-std::string Items(TDocument& document) {
-    std::string names;
-    for (const TListItem& item : document.Driver().Items())
-        names += (names.empty() ? "" : " ") + ToUtf8(item.Text);
-    return names;
-}
 
 TEST(Manager, Lists) {
     struct TCase {
@@ -77,12 +82,7 @@ TEST(Manager, Lists) {
         {"\xC3\xA9 { content: '\xE2\x82\xAC'; co^", "color columns"},
     };
     TStyleHost host;
-    for (const TCase& c : Cases) {
-        TDocument& document = host.Open(c.FText);
-        document.Driver().OpenList();
-        EXPECT_EQ(Items(document), c.FItems) << c.FText;
-        host.Session().CloseDocument(document);
-    }
+    for (const TCase& c : Cases) EXPECT_EQ(host.Offer(c.FText), c.FItems) << c.FText;
 }
 
 TEST(Manager, Choices) {
@@ -110,10 +110,14 @@ TEST(Manager, Choices) {
         {"a { color: c^ }", "color...", "a { color: #ff0000;^ }"},
         {"a { width: ^", "length...", "a { width: 12em;^"},
         {"\xC3\xA9 { co^", "color", "\xC3\xA9 { color:^"},
+        {"a { color: c^ }", "color...", "a { color: c^ }"},  // a dialog that is cancelled
+        {"a { width: l^ }", "length...", "a { width: l^ }"},
         {"/* \xF0\x9F\x98\x80 */ a { color: r^", "red", "/* \xF0\x9F\x98\x80 */ a { color: red;^"},
     };
-    TStyleHost host(SmallSchema, {{"color", "#ff0000"}, {"length", "12em"}});
+    std::map<std::string, std::string> answers = {{"color", "#ff0000"}, {"length", "12em"}};
     for (const TCase& c : Cases) {
+        bool isCancelled = std::string_view(c.FText) == c.FResult;
+        TStyleHost host(SmallSchema, isCancelled ? decltype(answers)() : answers);
         TDocument& document = host.Open(c.FText);
         document.Driver().OpenList();
         ASSERT_TRUE(document.Driver().Select(ToUtf16(c.FItem))) << c.FText;
@@ -126,7 +130,7 @@ TEST(Manager, Choices) {
             EXPECT_FALSE(CSSKibitzManager().ComposeChoice(index, ' ', byBlank)) << "no dialog by a blank";
         }
         document.Driver().TypeChar(13);
-        EXPECT_EQ(TextOf(document), c.FResult) << c.FText;
+        EXPECT_EQ(host.Text(), c.FResult) << c.FText;
         if (!edit.EditorId.empty()) {
             EXPECT_EQ(edit.EditorId + "...", c.FItem);
         } else {
@@ -135,18 +139,6 @@ TEST(Manager, Choices) {
                       document.Text().Text());
             EXPECT_EQ(edit.Caret, document.View().CaretOffset()) << c.FText;
         }
-        host.Session().CloseDocument(document);
-    }
-}
-
-TEST(Manager, CancelledDialogWritesNothing) {
-    TStyleHost host;
-    for (const char* text : {"a { color: c^ }", "a { width: l^ }"}) {
-        TDocument& document = host.Open(text);
-        document.Driver().OpenList();
-        document.Driver().TypeChar(13);
-        EXPECT_EQ(TextOf(document), text);
-        host.Session().CloseDocument(document);
     }
 }
 
@@ -171,8 +163,8 @@ TEST(Manager, Typing) {
         TDocument& document = host.Open(c.FText);
         if (c.FAsks) document.Driver().OpenList();
         for (char key : std::string(c.FKeys)) document.Driver().TypeChar(static_cast<char32_t>(key));
-        EXPECT_EQ(TextOf(document), c.FExpect) << c.FKeys;
-        EXPECT_EQ(document.Driver().IsOpen() ? Items(document) : "", c.FItems) << c.FKeys;
+        EXPECT_EQ(host.Text(), c.FExpect) << c.FKeys;
+        EXPECT_EQ(host.Items(), c.FItems) << c.FKeys;
     }
 }
 
@@ -223,7 +215,7 @@ TEST(Manager, Answers) {
     };
     auto list = QueryAs<INibCodeInsightSymbolList>(manager);
     for (const TCase& c : Cases) {
-        TDocument& document = host.Open(c.FText);
+        host.Open(c.FText);
         std::u16string word;
         EXPECT_TRUE(manager->InvokeCodeCompletion(itUser, word));
         EXPECT_EQ(ToUtf8(list->GetSymbolClassText(0)), c.FClass);
@@ -231,13 +223,12 @@ TEST(Manager, Answers) {
         int32_t index = -7;
         EXPECT_EQ(list->FindSymIndex(u"w", index), c.FFound >= 0);
         EXPECT_EQ(index, c.FFound >= 0 ? c.FFound : -7);
-        host.Session().CloseDocument(document);
     }
     std::u16string word;
-    TDocument& smile = host.Open("a { \xF0\x9F\x98\x80^");
+    host.Open("a { \xF0\x9F\x98\x80^");
     EXPECT_TRUE(manager->InvokeCodeCompletion(itUser, word));
     EXPECT_EQ(CSSKibitzManager().ComposeChoice(0)->DeletedCount, 1) << "a character, not its two units";
-    host.Session().CloseDocument(smile);
+    host.Session().CloseDocument(*host.Session().Current());
     EXPECT_FALSE(manager->InvokeCodeCompletion(itUser, word)) << "without a view";
     EXPECT_EQ(list->GetCount(), 0);
 }
@@ -267,9 +258,7 @@ TEST(Manager, BrokenSchemas) {
         for (const TMessage& message : host.Session().Messages().Messages())
             messages += message.Prefix + " " + message.Text;
         EXPECT_EQ(messages, c.FMessage);
-        TDocument& document = host.Open("a { ^");
-        document.Driver().OpenList();
-        EXPECT_EQ(Items(document), c.FItems);
+        EXPECT_EQ(host.Offer("a { ^"), c.FItems);
     }
 }
 
@@ -279,23 +268,13 @@ TEST(UnitEditor, Form) {
     form.AddUnit("px");
     form.AddUnit("em");
     EXPECT_EQ(form.GetText(), "0px");
-    struct TPlace {
-        const char* FName;
-        int32_t FLeft, FTop, FWidth, FHeight;
-    };
-    constexpr TPlace Places[] = {
-        {"Bevel1", 8, 8, 265, 57},     {"Label1", 24, 16, 30, 13},      {"Label2", 114, 16, 27, 13},
-        {"OKBtn", 115, 77, 75, 25},    {"CancelBtn", 197, 77, 75, 25},  {"UpDown1", 81, 32, 16, 21},
-        {"ValueEdit", 24, 32, 57, 21}, {"UnitCombo", 112, 32, 145, 21},
-    };
-    ASSERT_EQ(form.FForm.Controls.size(), std::size(Places));
-    for (const TPlace& place : Places) {
-        const TFormControl* control = form.FForm.Find(place.FName);
-        ASSERT_TRUE(control) << place.FName;
-        EXPECT_EQ(std::tie(control->Left, control->Top, control->Width, control->Height),
-                  std::tie(place.FLeft, place.FTop, place.FWidth, place.FHeight))
-            << place.FName;
-    }
+    std::ostringstream places;
+    for (const TFormControl& c : form.FForm.Controls)
+        places << c.Name << ' ' << c.Left << ' ' << c.Top << ' ' << c.Width << ' ' << c.Height << "; ";
+    EXPECT_EQ(
+        places.str(),
+        "Bevel1 8 8 265 57; Label1 24 16 30 13; Label2 114 16 27 13; OKBtn 115 77 75 25; "
+        "CancelBtn 197 77 75 25; UpDown1 81 32 16 21; ValueEdit 24 32 57 21; UnitCombo 112 32 145 21; ");
 }
 
 }  // namespace
