@@ -13,7 +13,7 @@
 #include <cstdlib>
 #include <functional>
 
-#include "support/Invariants.h"
+#include "support/Outcome.h"
 
 using namespace caretwell;
 using namespace caretwell::test;

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "support/Invariants.h"
+#include "Invariants.h"
 
 using namespace caretwell;
 using namespace caretwell::test;

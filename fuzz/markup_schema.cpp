@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "support/Invariants.h"
+#include "Invariants.h"
 
 using namespace caretwell;
 using namespace caretwell::test;

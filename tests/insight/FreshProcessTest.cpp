@@ -7,7 +7,7 @@
 #include <fstream>
 #include <random>
 
-#include "support/Invariants.h"
+#include "support/Outcome.h"
 #include "symbols/FileToSchemaMapper.h"
 
 namespace caretwell::test {

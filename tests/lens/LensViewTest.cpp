@@ -27,6 +27,7 @@ public:
     }
 
     TDocument& Open(std::string text, TLensKind kind) {
+        if (auto* last = FSession.Current()) FSession.CloseDocument(*last);
         FKind = kind;
         const auto caret = text.find('^');
         text.erase(caret, 1);
@@ -40,10 +41,8 @@ public:
         TDocument& document = Open(text, kind);
         document.Driver().OpenList();
         const auto seen = static_cast<TCSSKibitzManager*>(CSSLanguageManager().Get())->Explain();
-        const bool offers = document.Driver().IsOpen();
-        FSession.CloseDocument(document);
         return seen.Position + (seen.Property.empty() ? "" : " " + seen.Property) +
-               (offers ? "" : " nothing");
+               (document.Driver().IsOpen() ? "" : " nothing");
     }
 
     std::string Choose(const std::string& text, TLensKind kind, std::u16string_view item) {
@@ -51,9 +50,7 @@ public:
         document.Driver().OpenList();
         document.Driver().Select(item);
         document.Driver().PressKey(ekEnter);
-        std::string result = document.Text().Text();
-        FSession.CloseDocument(document);
-        return result;
+        return document.Text().Text();
     }
 
 private:

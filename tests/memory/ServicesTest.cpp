@@ -3,11 +3,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <sstream>
-
 #include "FakeManager.h"
 #include "memory/FileText.h"
 #include "memory/Services.h"
+#include "support/Split.h"
 
 namespace caretwell {
 namespace {
@@ -86,18 +85,16 @@ TEST(Dialogs, Unit) {
         }
         form.Controls[0].IsDefault = form.Controls[1].IsCancel = true;
         auto& units = form.Controls[3];
-        std::istringstream words(c.FUnits);
-        for (std::string unit; words >> unit;) units.Items.push_back(unit);
+        units.Items = Split(c.FUnits);
         if (!units.Items.empty()) units.ItemIndex = 0;
         TDialogAnswers answers;
         TScriptedForms forms(answers);
         EXPECT_EQ(forms.ShowModal(form), 2);  // no answer
         answers.Set("length", c.FAnswer);
         std::string result = "cancelled";
-        if (forms.ShowModal(form) == 1) {
-            result = form.Find("ValueEdit")->Text + " ";
-            if (units.ItemIndex >= 0) result += units.Items[static_cast<size_t>(units.ItemIndex)];
-        }
+        bool isDone = forms.ShowModal(form) == 1;
+        if (isDone) result = form.Find("ValueEdit")->Text + " ";
+        if (isDone && units.ItemIndex >= 0) result += units.Items[static_cast<size_t>(units.ItemIndex)];
         EXPECT_EQ(result, c.FResult) << c.FAnswer;
     }
 }
@@ -125,24 +122,6 @@ TEST(Services, Dialogs) {
     EXPECT_EQ(asked, (std::vector<std::string>{"uri", "uri"}));
 }
 
-TEST(Services, OptionSets) {
-    THostSession host({.SettingsFile = ""});
-    auto options = GetService<INibOptionServices>();
-    const struct {
-        const char *FSet, *FTaken, *FLeft;
-    } cases[] = {{"StyleSheet", "a.css A.CSS x/a.css", "css a.css/b a.scss a. a.htm"},
-                 {"HTML", "a.htm a.wml", "a.css"},
-                 {"Unknown", "", "a.css"}};
-    for (const auto& c : cases) {
-        auto extensions = options->GetExtensionsForTypeID(std::string("Tarnwell.EditOptions.") + c.FSet);
-        for (bool isTaken : {true, false}) {
-            std::istringstream names(isTaken ? c.FTaken : c.FLeft);
-            for (std::string name; names >> name;)
-                EXPECT_EQ(options->MatchExtensions(name, extensions), isTaken) << name << " " << c.FSet;
-        }
-    }
-}
-
 TEST(Services, Messages) {
     std::string echoed;
     THostSession host({.SchemaFolder = "/usr/share/schemas/",
@@ -157,6 +136,16 @@ TEST(Services, Messages) {
     EXPECT_EQ(host.Messages().DroppedCount(), 1u);
     messages->ClearMessages();
     EXPECT_TRUE(host.Messages().Messages().empty());
+}
+
+// The engine's roots are those of the session, and go with it.
+TEST(Services, RootsFollowTheSession) {
+    for (int round = 0; round < 2; ++round) {
+        THostSession host({.SettingsFile = ""});
+        EXPECT_EQ(GlobalKibitzManager(), &host.Registry());
+        EXPECT_TRUE(GetService<INibCodeInsightServices>());
+    }
+    EXPECT_FALSE(TarnwellIDEServices() || GlobalKibitzManager());
 }
 
 TEST(Services, InsertText) {

@@ -203,8 +203,9 @@ TEST(Manager, Answers) {
     void* older = nullptr;
     ASSERT_TRUE(manager->Query(INibCodeInsightManager::OlderId, &older));
     EXPECT_TRUE(TRef<INibCodeInsightManager>::Attach(static_cast<INibCodeInsightManager*>(older)) == manager);
-    EXPECT_TRUE(manager->HandlesFile("x/A.CSS"));
-    EXPECT_FALSE(manager->HandlesFile("a.html"));
+    for (const char* name : {"a.css", "x/A.CSS"}) EXPECT_TRUE(manager->HandlesFile(name)) << name;
+    for (const char* name : {"a.html", "css", "a.css/b", "a.scss", "a."})
+        EXPECT_FALSE(manager->HandlesFile(name)) << name;
     struct TCase {
         const char *FText, *FClass;
         int FContext, FFound;
@@ -227,7 +228,9 @@ TEST(Manager, Answers) {
     std::u16string word;
     host.Open("a { \xF0\x9F\x98\x80^");
     EXPECT_TRUE(manager->InvokeCodeCompletion(itUser, word));
-    EXPECT_EQ(CSSKibitzManager().ComposeChoice(0)->DeletedCount, 1) << "a character, not its two units";
+    TNibEdit edit;
+    EXPECT_TRUE(CSSKibitzManager().ComposeChoice(0, 13, edit));
+    EXPECT_EQ(edit.End - edit.Start, 4) << "the bytes of one character";
     host.Session().CloseDocument(*host.Session().Current());
     EXPECT_FALSE(manager->InvokeCodeCompletion(itUser, word)) << "without a view";
     EXPECT_EQ(list->GetCount(), 0);

@@ -10,7 +10,7 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "support/Invariants.h"
+#include "Invariants.h"
 
 using namespace caretwell;
 using namespace caretwell::test;
