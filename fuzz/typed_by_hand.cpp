@@ -19,7 +19,7 @@
 #include "cli/Engine.h"
 #include "cli/Failure.h"
 #include "markup/Text.h"
-#include "support/Balance.h"
+#include "Balance.h"
 
 using namespace caretwell;
 using namespace caretwell::test;
