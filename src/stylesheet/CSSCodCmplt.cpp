@@ -135,10 +135,8 @@ void TCSSKibitzManager::OnEditorKey(char16_t key, bool& closeViewer, bool& accep
 TCSSExplanation TCSSKibitzManager::Explain() const noexcept {
     return Guarded(TCSSExplanation(), [this] {
         const TCSSProperty* property = FParser.FSymbolTable.GetKibitzProperty();
-        const TDeclaration* declaration = FParser.GetLastDeclaration();
         return TCSSExplanation{std::string(KibitzPosName(FKibitzPos)),
-                               property ? property->FName : std::string(),
-                               std::string(declaration ? declaration->FProperty : std::string_view())};
+                               property ? property->FName : std::string(), FParser.GetLastDeclaration()};
     });
 }
 

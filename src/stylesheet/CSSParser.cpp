@@ -14,28 +14,18 @@ void TStyleSheetParser::SetBufferAndPoint(TRef<IMLBufferProducer> producer, int3
     FScanner.SetBufferAndPoint(std::move(producer), caret);
 }
 
-TStyleSheet* TStyleSheetParser::Parse() {
-    FSheet = TStyleSheet();
-    FKibitzNode = &FSheet;
-    FPool.Clear();
+void TStyleSheetParser::Parse() {
     FKibitzPos = kpNone;
+    FLastDeclaration.clear();
     FSymbolTable.ResetKibitz();
     FIsHeld = FIsInMedia = FIsInFunction = false;
     FFunctionDepth = 0;
     ParseStyleSheet();
     FScanner.ReleaseBuffer();
+    // The newest declaration is the one that the caret stands in, also when a routine
+    // further out did the noting. It does not end with its rule.
     if (FKibitzPos == kpExpr || FKibitzPos == kpProperty)
-        if (const TDeclaration* declaration = GetLastDeclaration())
-            FSymbolTable.SetKibitzProperty(FSymbolTable.LookupProperty(declaration->FProperty));
-    return &FSheet;
-}
-
-// The newest declaration of the chain is the one that the caret stands in, also when a
-// routine further out did the noting. The search does not stop at the end of a rule.
-const TDeclaration* TStyleSheetParser::GetLastDeclaration() const {
-    for (const TCSSNode* node = FKibitzNode; node; node = node->FNext)
-        if (node->FKind == nkDeclaration) return static_cast<const TDeclaration*>(node);
-    return nullptr;
+        FSymbolTable.SetKibitzProperty(FSymbolTable.LookupProperty(FLastDeclaration));
 }
 
 // --------------------------------------------------------------------- tokens

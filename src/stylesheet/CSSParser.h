@@ -22,7 +22,6 @@
 
 #include "stylesheet/CSSEditors.h"
 #include "stylesheet/CSSImpl.h"
-#include "stylesheet/CSSNodePool.h"
 #include "stylesheet/CSSScanner.h"
 #include "stylesheet/CSSSymbols.h"
 
@@ -51,16 +50,12 @@ public:
 
     /// The text for the next Parse and the byte offset of the caret in it.
     void SetBufferAndPoint(TRef<IMLBufferProducer> producer, int32_t caret);
-    /// Sets FKibitzPos and the table's current property. Any text will do. The tree lives
-    /// until the next parse, but of a long sheet only its last rules (see ForgetLongTree);
-    /// the producer is let go.
-    TStyleSheet* Parse();
+    /// Sets FKibitzPos and the table's current property. Any text will do. The producer is
+    /// let go.
+    void Parse();
 
-    /// Newest node of the last parse; the chain of all goes on through FNext.
-    const TCSSNode* GetKibitzNode() const { return FKibitzNode; }
-    /// Newest declaration of the last parse; null if there is none.
-    const TDeclaration* GetLastDeclaration() const;
-    const TStyleSheetScanner& GetScanner() const { return FScanner; }
+    /// Property of the newest declaration of the last parse, as written; empty without one.
+    const std::string& GetLastDeclaration() const { return FLastDeclaration; }
 
     TOnParseErrorEvent FOnParseError;  ///< may be empty: syntax errors are silent then
     TKibitzPos FKibitzPos = kpNone;    ///< the answer of the last parse
@@ -80,64 +75,49 @@ private:
     void Regain(TStyleSheetToken token);
     TStyleSheetToken SwallowedToken() const;
     std::string_view TokenText() const;
-    std::string_view KeepText() { return FPool.Keep(TokenText()); }
-    std::string_view TakeText();
     bool TakeToken(TStyleSheetToken token);
     bool Expect(TStyleSheetToken token, uint8_t classes);
     void ParseError(TErrorKind kind, std::string_view format, std::initializer_list<std::string_view> args);
 
     void Note(TKibitzPos position);
     bool NoteCaret(TKibitzPos position);
-    template <class T>
-    T* NewNode();
 
     // The sheet and its at-rules.
     void ParseStyleSheet();
     bool ParseTopRule();
     void EndStatement();
-    void ForgetLongTree();
-    TSGMLComment* ParseSGMLComment();
-    TImport* ParseImport();
-    TMedia* ParseMedia();
-    void ParseMediaList(TCSSStringList& list);
-    void ParseMediaRules(TMedia& media);
-    std::string_view ParseMedium();
-    TPage* ParsePage();
-    std::string_view ParsePseudoPage();
-    TFontFace* ParseFontFace();
+    void ParseSGMLComment();
+    void ParseImport();
+    void ParseMedia();
+    void ParseMediaList();
+    void ParseMediaRules();
+    void ParseMedium();
+    void ParsePage();
+    void ParsePseudoPage();
+    void ParseFontFace();
 
     // Rules and blocks.
-    TRuleSet* ParseRuleSet();
+    void ParseRuleSet();
     bool OpenBlock(TKibitzPos atCaret);
-    void ParseDeclarations(TDeclarationList& declarations, TKibitzPos atCaret);
-    TDeclaration* ParseDeclaration();
-    std::string_view ParseProperty();
-    TCSSPriority ParsePrio();
+    void ParseDeclarations(TKibitzPos atCaret);
+    void ParseDeclaration();
 
     // Selectors.
-    TSelector* ParseSelector();
-    TOp ParseCombinator();
-    TSimpleSelector* ParseSimpleSelector();
-    bool ParseSelectorValue(TSimpleSelectorValue& value);
-    std::string_view ParseElementName();
-    std::string_view ParseClass();
-    TNodeOp* ParseAttrib();
-    std::string_view ParsePseudo();
+    void ParseSelector();
+    void ParseCombinator();
+    void ParseSimpleSelector();
+    void ParseClass();
+    void ParseAttrib();
+    void ParsePseudo();
 
     // Values.
-    TNodeOp* ParseExpr();
-    TOp ParseOperator();
-    TCSSNode* ParseTerm();
-    TCSSNode* TakeValue(TCSSValueNode& value, TValueKind kind);
-    TOp ParseUnaryOperator();
-    std::string_view ParseHexColor();
-    TNodeOp* ParseFunction();
+    void ParseExpr();
+    void ParseTerm();
+    void ParseFunction();
     void SkipArguments();
 
     TStyleSheetScanner FScanner;
-    TStyleSheet FSheet;
-    TCSSNode* FKibitzNode = nullptr;
-    TNodePool FPool;
+    std::string FLastDeclaration;
     TStyleSheetToken FToken = toEOF;
     TStyleSheetToken FHeldToken = toEOF;  // comes next, if FIsHeld
     bool FIsHeld = false;

@@ -4,14 +4,8 @@
 namespace caretwell {
 namespace {
 
-constexpr size_t LongestTree = 256 * 1024;  // stays in the cache of the processor
-
 bool BeginsSelector(TStyleSheetToken token) {
     return token == toIdent || token == toHash || token == '.' || token == ':' || token == '[';
-}
-
-void AddMedium(TCSSStringList& list, std::string_view medium) {
-    if (!medium.empty()) list.Add(medium);
 }
 
 }  // namespace
@@ -22,30 +16,28 @@ void TStyleSheetParser::ParseStyleSheet() {
     GetToken();
     if (TakeToken(toCharset)) {
         if (NoteCaret(kpExpr)) return;
-        FSheet.FCharset = KeepText();
         Expect(toString, scBlock);
         if (NoteCaret(kpExpr)) return;
         EndStatement();
     } else if (NoteCaret(kpExpr)) return;
-    FSheet.AddRule(ParseSGMLComment());
+    ParseSGMLComment();
     while (FToken == toImport) {
-        FSheet.AddRule(ParseImport());
+        ParseImport();
         EndStatement();
-        FSheet.AddRule(ParseSGMLComment());
+        ParseSGMLComment();
     }
     for (bool isRule = true; isRule;) {
-        ForgetLongTree();
         isRule = ParseTopRule();
-        FSheet.AddRule(ParseSGMLComment());
+        ParseSGMLComment();
     }
 }
 
 /// False at a token that begins no rule: whatever lies behind is not read.
 bool TStyleSheetParser::ParseTopRule() {
-    if (BeginsSelector(FToken) || FToken == '*') FSheet.AddRule(ParseRuleSet());
-    else if (FToken == toPage) FSheet.AddRule(ParsePage());
-    else if (FToken == toMedia) FSheet.AddRule(ParseMedia());
-    else if (FToken == toFontFace) FSheet.AddRule(ParseFontFace());
+    if (BeginsSelector(FToken) || FToken == '*') ParseRuleSet();
+    else if (FToken == toPage) ParsePage();
+    else if (FToken == toMedia) ParseMedia();
+    else if (FToken == toFontFace) ParseFontFace();
     else return false;
     return true;
 }
@@ -54,131 +46,91 @@ bool TStyleSheetParser::ParseTopRule() {
 /// at which recovery stops, or the block of a rule whose head stands in its place.
 void TStyleSheetParser::EndStatement() {
     if (NoteCaret(kpExpr) || Expect(';', scBlock) || TakeToken(';')) return;
-    if (FToken == '{') FSheet.AddRule(ParseRuleSet());
+    if (FToken == '{') ParseRuleSet();
 }
 
-// Of a sheet of a megabyte the tree would take ten, and filling them more time than the
-// scan. Of finished rules only the newest declaration is ever read, so between two rules
-// a tree that has grown large begins anew with just that.
-void TStyleSheetParser::ForgetLongTree() {
-    if (FToken == toCaret || FPool.GetSize() <= LongestTree) return;
-    const TDeclaration* last = GetLastDeclaration();
-    std::string property(last ? last->FProperty : std::string_view());
-    std::string charset(FSheet.FCharset);
-    FPool.Clear();
-    FSheet = TStyleSheet();
-    FSheet.FCharset = FPool.Keep(charset);
-    FKibitzNode = &FSheet;
-    if (last) NewNode<TDeclaration>()->FProperty = FPool.Keep(property);
-}
-
-TSGMLComment* TStyleSheetParser::ParseSGMLComment() {
-    if (NoteCaret(kpComment) || FToken != toCDO) return nullptr;
-    auto* comment = NewNode<TSGMLComment>();
-    std::string text;
-    for (;;) {
-        GetToken();
-        if (FToken == toCDC || FToken == toEOF || FToken == toCaret) break;
-        text += TokenText();
-    }
+void TStyleSheetParser::ParseSGMLComment() {
+    if (NoteCaret(kpComment) || FToken != toCDO) return;
+    while (FToken != toCDC && FToken != toEOF && FToken != toCaret) GetToken();
     NoteCaret(kpComment);
     TakeToken(toCDC);
-    comment->FText = FPool.Keep(text);
-    return comment;
 }
 
 // ------------------------------------------------------------------- at-rules
 
 // Up to its ";" (see EndStatement).
-TImport* TStyleSheetParser::ParseImport() {
-    if (NoteCaret(kpRule)) return nullptr;
-    auto* import = NewNode<TImport>();
+void TStyleSheetParser::ParseImport() {
+    if (NoteCaret(kpRule)) return;
     Expect(toImport, scStatement);
-    if (NoteCaret(kpRule)) return import;
-    if (FToken == toString || FToken == toURI) import->FURI = TakeText();
-    if (NoteCaret(kpExpr)) return import;
-    if (FToken == toIdent) ParseMediaList(import->FMediaList);
-    return import;
+    if (NoteCaret(kpRule)) return;
+    if (FToken == toString || FToken == toURI) GetToken();
+    if (NoteCaret(kpExpr)) return;
+    if (FToken == toIdent) ParseMediaList();
 }
 
-TMedia* TStyleSheetParser::ParseMedia() {
-    if (NoteCaret(kpExpr)) return nullptr;
-    auto* media = NewNode<TMedia>();
+void TStyleSheetParser::ParseMedia() {
+    if (NoteCaret(kpExpr)) return;
     Expect(toMedia, scStatement);
-    if (NoteCaret(kpExpr)) return media;
-    ParseMediaList(media->FMediaList);
-    if (NoteCaret(kpExpr)) return media;
-    if (OpenBlock(kpExpr)) ParseMediaRules(*media);
-    return media;
+    if (NoteCaret(kpExpr)) return;
+    ParseMediaList();
+    if (NoteCaret(kpExpr)) return;
+    if (OpenBlock(kpExpr)) ParseMediaRules();
 }
 
-void TStyleSheetParser::ParseMediaList(TCSSStringList& list) {
-    AddMedium(list, ParseMedium());
-    while (TakeToken(',')) AddMedium(list, ParseMedium());
+void TStyleSheetParser::ParseMediaList() {
+    do ParseMedium();
+    while (TakeToken(','));
 }
 
 // A block whose head the grammar does not know (another at-rule, the universal
 // selector) is read as that of a rule without a selector.
-void TStyleSheetParser::ParseMediaRules(TMedia& media) {
+void TStyleSheetParser::ParseMediaRules() {
     FIsInMedia = true;
     for (;;) {
-        while (BeginsSelector(FToken)) media.AddRule(ParseRuleSet());
+        while (BeginsSelector(FToken)) ParseRuleSet();
         if (NoteCaret(kpExpr) || Expect('}', scBlock) || TakeToken('}')) break;
-        if (FToken == '{') media.AddRule(ParseRuleSet());
+        if (FToken == '{') ParseRuleSet();
         else if (!TakeToken(';')) break;
     }
     FIsInMedia = false;
 }
 
-std::string_view TStyleSheetParser::ParseMedium() {
-    if (FToken == toIdent) return TakeText();
-    if (!NoteCaret(kpExpr)) Expect(toIdent, scBlock);
-    return {};
+void TStyleSheetParser::ParseMedium() {
+    if (!TakeToken(toIdent) && !NoteCaret(kpExpr)) Expect(toIdent, scBlock);
 }
 
-TPage* TStyleSheetParser::ParsePage() {
-    if (NoteCaret(kpRule)) return nullptr;
-    auto* page = NewNode<TPage>();
+void TStyleSheetParser::ParsePage() {
+    if (NoteCaret(kpRule)) return;
     Expect(toPage, scStatement);
-    if (NoteCaret(kpRule)) return page;
-    if (FToken == toIdent) page->FPageName = TakeText();
-    page->FPseudoPage = ParsePseudoPage();
-    if (NoteCaret(kpRule)) return page;
-    if (OpenBlock(kpProperty)) ParseDeclarations(page->FDecls, kpExpr);
-    return page;
+    if (NoteCaret(kpRule)) return;
+    TakeToken(toIdent);
+    ParsePseudoPage();
+    if (NoteCaret(kpRule)) return;
+    if (OpenBlock(kpProperty)) ParseDeclarations(kpExpr);
 }
 
-std::string_view TStyleSheetParser::ParsePseudoPage() {
-    if (NoteCaret(kpRule)) return {};
+void TStyleSheetParser::ParsePseudoPage() {
+    if (NoteCaret(kpRule)) return;
     Expect(':', scBlock);
-    if (FToken == toIdent) return TakeText();
-    if (!NoteCaret(kpRule)) Expect(toIdent, scBlock);
-    return {};
+    if (!TakeToken(toIdent) && !NoteCaret(kpRule)) Expect(toIdent, scBlock);
 }
 
-TFontFace* TStyleSheetParser::ParseFontFace() {
-    if (NoteCaret(kpRule)) return nullptr;
-    auto* face = NewNode<TFontFace>();
+void TStyleSheetParser::ParseFontFace() {
+    if (NoteCaret(kpRule)) return;
     Expect(toFontFace, scStatement);
-    if (NoteCaret(kpRule)) return face;
-    if (OpenBlock(kpProperty)) ParseDeclarations(face->FDecls, kpProperty);
-    return face;
+    if (NoteCaret(kpRule)) return;
+    if (OpenBlock(kpProperty)) ParseDeclarations(kpProperty);
 }
 
 // ----------------------------------------------------------- rules and blocks
 
-TRuleSet* TStyleSheetParser::ParseRuleSet() {
-    if (NoteCaret(kpRule)) return nullptr;
-    auto* rule = NewNode<TRuleSet>();
-    rule->AddSelector(ParseSelector());
-    while (TakeToken(',')) rule->AddSelector(ParseSelector());
-    if (FToken == toCaret) {
-        // Whatever the routines of the selector noted: before the "{" all is selector.
-        FKibitzPos = kpRule;
-        return rule;
-    }
-    if (OpenBlock(kpProperty)) ParseDeclarations(rule->FDecls, kpProperty);
-    return rule;
+void TStyleSheetParser::ParseRuleSet() {
+    if (NoteCaret(kpRule)) return;
+    do ParseSelector();
+    while (TakeToken(','));
+    // Whatever the routines of the selector noted: before the "{" all is selector.
+    if (FToken == toCaret) FKibitzPos = kpRule;
+    else if (OpenBlock(kpProperty)) ParseDeclarations(kpProperty);
 }
 
 /// Steps over the "{" of a block, and over what stands before it and is in error.
@@ -197,9 +149,9 @@ bool TStyleSheetParser::OpenBlock(TKibitzPos atCaret) {
 // Up to the end of the block. Blocks that open inside (nested rules, for one, which
 // the grammar does not know) are counted and read like the block itself, without
 // recursion; so their declarations are understood and the block ends at its own "}".
-void TStyleSheetParser::ParseDeclarations(TDeclarationList& declarations, TKibitzPos atCaret) {
+void TStyleSheetParser::ParseDeclarations(TKibitzPos atCaret) {
     for (int32_t depth = 1; depth > 0;) {
-        do declarations.Add(ParseDeclaration());
+        do ParseDeclaration();
         while (TakeToken(';'));
         if (NoteCaret(atCaret)) return;
         if (Expect('}', scBlock) || TakeToken('}')) --depth;
@@ -208,32 +160,18 @@ void TStyleSheetParser::ParseDeclarations(TDeclarationList& declarations, TKibit
     }
 }
 
-TDeclaration* TStyleSheetParser::ParseDeclaration() {
-    if (NoteCaret(kpProperty) || FToken != toIdent) return nullptr;
-    auto* declaration = NewNode<TDeclaration>();
-    declaration->FProperty = ParseProperty();
+void TStyleSheetParser::ParseDeclaration() {
+    if (NoteCaret(kpProperty) || FToken != toIdent) return;
+    FLastDeclaration = TokenText();
+    GetToken();
     // A word at the caret that has no colon yet is a property being typed.
-    if (NoteCaret(kpProperty)) return declaration;
+    if (NoteCaret(kpProperty)) return;
     bool hasColon = Expect(':', scBlock);
-    if (NoteCaret(kpExpr)) return declaration;
     // Without a colon there is no value, and a term would drop the token at which the
     // recovery stopped.
-    if (!hasColon) return declaration;
-    declaration->FExpr = ParseExpr();
-    if (FToken == toImportant) declaration->FPriority = ParsePrio();
-    return declaration;
-}
-
-std::string_view TStyleSheetParser::ParseProperty() {
-    if (FToken == toIdent) return TakeText();
-    if (!NoteCaret(kpProperty)) Expect(toIdent, scBlock);
-    return {};
-}
-
-TCSSPriority TStyleSheetParser::ParsePrio() {
-    if (TakeToken(toImportant)) return cpImportant;
-    if (!NoteCaret(kpExpr)) Expect(toImportant, scBlock);
-    return cpNone;
+    if (NoteCaret(kpExpr) || !hasColon) return;
+    ParseExpr();
+    TakeToken(toImportant);
 }
 
 }  // namespace caretwell

@@ -18,21 +18,6 @@ inline bool TStyleSheetParser::NoteCaret(TKibitzPos position) {
     return true;
 }
 
-template <class T>
-T* TStyleSheetParser::NewNode() {
-    T* node = FPool.Make<T>();
-    node->FNext = FKibitzNode;
-    FKibitzNode = node;
-    return node;
-}
-
-/// Text of the current token, which is stepped over.
-inline std::string_view TStyleSheetParser::TakeText() {
-    std::string_view text = KeepText();
-    GetToken();
-    return text;
-}
-
 /// Steps over the token if it is the current one.
 inline bool TStyleSheetParser::TakeToken(TStyleSheetToken token) {
     if (FToken != token) return false;

@@ -16,85 +16,46 @@ bool ContinuesExpr(TStyleSheetToken token) {
 }  // namespace
 
 // "+" and "-" continue nothing: only a first term, or one behind an operator, has a sign.
-TNodeOp* TStyleSheetParser::ParseExpr() {
-    if (NoteCaret(kpExpr)) return nullptr;
-    auto* expr = NewNode<TNodeOp>();
-    expr->FLeft = ParseTerm();
-    for (TNodeOp* last = expr; !NoteCaret(kpExpr) && ContinuesExpr(FToken);) {
-        last->FOp = ParseOperator();
+void TStyleSheetParser::ParseExpr() {
+    if (NoteCaret(kpExpr)) return;
+    ParseTerm();
+    while (!NoteCaret(kpExpr) && ContinuesExpr(FToken)) {
+        if (!TakeToken('/')) TakeToken(',');
         if (NoteCaret(kpExpr)) break;
-        auto* next = NewNode<TNodeOp>();
-        last->FRight = next;
-        last = next;
-        last->FLeft = ParseTerm();
+        ParseTerm();
     }
-    return expr;
 }
 
-TOp TStyleSheetParser::ParseOperator() {
-    if (TakeToken('/')) return OpSlash;
-    if (TakeToken(',')) return OpComma;
-    NoteCaret(kpExpr);
-    return OpNone;
-}
-
-TCSSNode* TStyleSheetParser::ParseTerm() {
-    if (NoteCaret(kpExpr)) return nullptr;
-    auto* value = NewNode<TCSSValueNode>();
+void TStyleSheetParser::ParseTerm() {
+    if (NoteCaret(kpExpr)) return;
     switch (FToken) {
-        case toString: return TakeValue(*value, vkString);
-        case toIdent: return TakeValue(*value, vkIdent);
-        case toURI: return TakeValue(*value, vkURI);
-        case toUnicodeRange: return TakeValue(*value, vkUnicodeRange);
+        case toString:
+        case toIdent:
+        case toURI:
+        case toUnicodeRange: return GetToken();
         case toHash:
-            value->FValueKind = vkHash;
-            value->FValue = ParseHexColor();
-            return NoteCaret(kpExpr) ? nullptr : value;
+            GetToken();
+            NoteCaret(kpExpr);
+            return;
         default: break;
     }
-    auto* term = NewNode<TNodeOp>();
-    if (FToken == '-' || FToken == '+') term->FOp = ParseUnaryOperator();
-    if (NoteCaret(kpExpr)) return nullptr;
-    if (FToken >= toEms && FToken <= toNumber)
-        TakeValue(*value, static_cast<TValueKind>(vkEms + (FToken - toEms)));
-    else if (FToken == toFunction) term->FLeft = ParseFunction();
+    if (!TakeToken('-')) TakeToken('+');
+    if (NoteCaret(kpExpr)) return;
+    if (FToken >= toEms && FToken <= toNumber) GetToken();
+    else if (FToken == toFunction) ParseFunction();
     else DropToken();
-    if (!term->FLeft) term->FLeft = value;
-    return term;
-}
-
-TCSSNode* TStyleSheetParser::TakeValue(TCSSValueNode& value, TValueKind kind) {
-    value.FValueKind = kind;
-    value.FValue = TakeText();
-    return &value;
-}
-
-TOp TStyleSheetParser::ParseUnaryOperator() {
-    if (TakeToken('-')) return OpMinus;
-    TakeToken('+');
-    return OpPlus;
-}
-
-std::string_view TStyleSheetParser::ParseHexColor() {
-    if (FToken == toHash) return TakeText();
-    if (!NoteCaret(kpExpr)) Expect(toHash, scBlock);
-    return {};
 }
 
 // The "(" is the first term of the argument, dropped as any token that begins none.
-TNodeOp* TStyleSheetParser::ParseFunction() {
-    if (NoteCaret(kpExpr)) return nullptr;
+void TStyleSheetParser::ParseFunction() {
+    if (NoteCaret(kpExpr)) return;
     Expect(toFunction, scBlock);
-    if (NoteCaret(kpExpr)) return nullptr;
-    if (FFunctionDepth == DeepestFunction) {
-        SkipArguments();
-        return nullptr;
-    }
+    if (NoteCaret(kpExpr)) return;
+    if (FFunctionDepth == DeepestFunction) return SkipArguments();
     ++FFunctionDepth;
-    TNodeOp* arguments = ParseExpr();
+    ParseExpr();
     --FFunctionDepth;
     if (!NoteCaret(kpExpr)) Expect(')', scBlock);
-    return arguments;
 }
 
 void TStyleSheetParser::SkipArguments() {

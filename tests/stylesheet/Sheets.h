@@ -46,10 +46,10 @@ public:
         TCSSReader(FSymbolTable).LoadFromText(SmallSchema);
         FSymbolTable.AlphaSort();
     }
-    TStyleSheet* ParseSheet(std::string_view marked) {
+    void ParseSheet(std::string_view marked) {
         TSheet sheet(marked);
         SetBufferAndPoint(sheet.Read(), sheet.FCaret);
-        return Parse();
+        Parse();
     }
     /// "kpExpr color"; the current property is left out if there is none.
     std::string Answer(std::string_view marked) {
