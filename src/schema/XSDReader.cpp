@@ -151,6 +151,8 @@ TXSDElement* TXSDReader::AddElement(const pugi::xml_node& node, const std::u16st
     element->FUnqualified = AttributeIs(node, "form", "unqualified") || !FDefaultQualified;
     element->FParent = parent;
     element->FDirective = isDirective;
+    element->FTopLevel = AttributeIs(node, "vs:toplevel", "true");
+    element->FExtends = GetAttributeValue(node, "vs:extends");
     EnterElement(element);
     return element;
 }

@@ -57,6 +57,10 @@ public:
     bool FUnqualified = false;      ///< takes no namespace prefix
     std::u16string FParent;         ///< the complex type that holds it; empty for a global one
     bool FDirective = false;        ///< a directive of a server page
+    bool FTopLevel = false;         ///< stands at the top of a document and in no element of the page
+    /// Names of elements that are there before this schema, or "*" for all of them: they get
+    /// the attributes of its type, and it is no element of a document itself.
+    std::u16string FExtends;
 };
 
 /// A restriction and its enumerations, in document order, duplicates kept.

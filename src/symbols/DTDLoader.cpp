@@ -131,7 +131,7 @@ public:
         FRoot.AlphaSort();
         ForEachSymbol([this](TDTDSymbol& symbol) {
             auto* element = SymbolAs<TDTDElement>(&symbol);
-            if (element && EntryOf(*element).IsOwn) Fill(*element);
+            if (element && EntryOf(*element).Own) Fill(*element);
         });
         FRoot.RemoveTagsIf([this](const TRef<INibMLTag>& tag) { return FOffRoot.contains(tag.Get()); });
         return FChildren <= MaxChildren && FSteps <= MaxSteps;
@@ -141,8 +141,8 @@ private:
     /// What the load knows of an element. The marks belong to the element that is being
     /// filled and to its exclusions, which the elements of a name group share.
     struct TEntry {
-        INibMLTag* Tag = nullptr;  // the registered tag of the name
-        bool IsOwn = false;        // made by this load
+        INibMLTag* Tag = nullptr;  // the registered tag of the name, if it was looked for
+        THTMLTag* Own = nullptr;   // if this load has made it
         bool IsLookedUp = false;
         int32_t ChildOf = -1;
         const TDTDExprNode* ExcludedBy = nullptr;
@@ -161,9 +161,9 @@ private:
         std::u16string name = ToUtf16(element->FName);
         if (FManager.FindBucket(name)) return;
         auto tag = MakeTag(*element, name);
-        EntryOf(*element) = {.Tag = tag.Get(), .IsOwn = true, .IsLookedUp = true};
-        FManager.RegisterTag(tag);
-        FRoot.AddTag(tag);
+        EntryOf(*element) = {.Tag = tag.Get(), .Own = tag.Get()};
+        FManager.AddElement(tag);
+        FRoot.AppendTag(tag);
     }
 
     // A list that is sorted already puts every entity in its place: in the order of their
@@ -203,12 +203,12 @@ private:
 
     /// These children stay under the root.
     void AddAllTags(TDTDElement& element) {
-        INibMLTag& tag = *EntryOf(element).Tag;
+        THTMLTag& tag = *EntryOf(element).Own;
         ForEachSymbol([&](TDTDSymbol& symbol) {
             auto* child = FChildren <= MaxChildren ? SymbolAs<TDTDElement>(&symbol) : nullptr;
-            if (!child || !EntryOf(*child).IsOwn) return;
+            if (!child || !EntryOf(*child).Own) return;
             ++FChildren;
-            tag.AddTag(EntryOf(*child).Tag);
+            tag.AppendTag(EntryOf(*child).Tag);
         });
     }
 
@@ -247,19 +247,21 @@ private:
         child->SetIsChild(true);
         if (entry.ChildOf == element.FOrdinal || ++FChildren > MaxChildren) return false;
         entry.ChildOf = element.FOrdinal;
-        INibMLTag& tag = *EntryOf(element).Tag;
-        if (tag.LookupTag(child->GetName())) return false;
-        tag.AddTag(child);
+        THTMLTag& tag = *EntryOf(element).Own;
+        if (FHasTwins && tag.FindChild(child->GetName())) return false;
+        tag.AppendTag(child);
         FOffRoot.insert(child);
         return !child->GetRequiresOpeningTag();
     }
 
+    // A word that no tag was made for may mean one all the same: of another load, or of an
+    // element whose name differs by case only.
     INibMLTag* LookUp(const TDTDElement& word, TEntry& entry) {
-        if (!entry.IsLookedUp) {
+        if (!entry.Tag && !std::exchange(entry.IsLookedUp, true)) {
             TTagBucket* bucket = FManager.FindBucket(ToUtf16(word.FName));
             entry.Tag = bucket ? bucket->Tag.Get() : nullptr;
-            entry.IsLookedUp = true;
         }
+        FHasTwins = FHasTwins || (entry.Tag && !entry.Own);
         return entry.Tag;
     }
 
@@ -269,6 +271,7 @@ private:
     std::vector<TEntry> FEntries;  // by the ordinal of the element
     std::vector<TDTDEntity*> FEntities;
     std::unordered_set<const INibMLTag*> FOffRoot;  // children of some element
+    bool FHasTwins = false;                         // two words may mean one tag
     const TDTDExprNode* FMarkedExclusions = nullptr;
     size_t FChildren = 0;
     size_t FSteps = 0;

@@ -55,8 +55,12 @@ void TXSDPlan::MakeTags(TMLSymbolManager& manager, THTMLTag& root,
         for (const std::u16string& name : *parents)
             if (auto parent = manager.GetTagFromHashList(name)) parent->AddTag(tag);
     }
-    // Adding does not move a range; whoever looks at the table without a list sees it all.
-    for (const auto& tag : tags) tag->ResetRange();
+    // Adding does not move a range; whoever looks at the table without a list sees it all. A
+    // filter that comes before the first list needs names in order.
+    for (const auto& tag : tags) {
+        tag->AlphaSort();
+        tag->ResetRange();
+    }
     root.ResetRange();
 }
 

@@ -104,20 +104,23 @@ public:
     bool GetEmpty() const override { return true; }
 };
 
-/// Stands for an element in another element's list, by name; keeps no reference to it.
+/// Whatever part of them the element shows (HTMLTag.cpp).
+int32_t CountAllAttributes(INibMLTag& tag);
+
+/// Stands for an element in another element's list, by name. The element is asked for its
+/// attributes only when somebody asks for their number: to count them is to make them.
 template <class I>
 class TTagWrapperBase : public TLinedTag<I, INibMLWrapperTag> {
 public:
     TTagWrapperBase(INibMLTag& tag, ITagContext* context, int32_t id)
-        : TLinedTag<I, INibMLWrapperTag>(tag.GetName(), context, id),
-          FAttributeCount(tag.GetAttributeCount()) {}
-    int32_t GetAttributeCount() override { return FAttributeCount; }
+        : TLinedTag<I, INibMLWrapperTag>(tag.GetName(), context, id), FTag(&tag) {}
+    int32_t GetAttributeCount() override { return CountAllAttributes(*FTag); }
     bool GetEmpty() const override { return false; }
     bool GetIsChild() const override { return true; }
     int32_t FindSymbol(std::u16string_view) override { return 0; }
 
 private:
-    int32_t FAttributeCount;
+    TRef<INibMLTag> FTag;
 };
 class TTagWrapper final : public TTagWrapperBase<INibMLTag> {
     using TTagWrapperBase::TTagWrapperBase;

@@ -31,8 +31,8 @@ void TAttributeBase<I>::AddValue(std::u16string_view value) {
 // offered whatever the user typed.
 template <class I>
 bool TAttributeBase<I>::IsLeftAlone() const {
-    if (FRange.Start != FRange.End || FRange.Start > Last()) return false;
-    const auto& value = FValues[static_cast<size_t>(FRange.Start)];
+    if (FValues.size() != 1) return false;
+    const auto& value = FValues.front();
     return !IdentIsNotDTDType(std::u16string_view(value)) ||
            IdentIsAttributeEditor(std::u16string_view(value));
 }

@@ -61,6 +61,14 @@ void THTMLTag::FillAttributes() {
     SortByName(FAttrs);
 }
 
+void THTMLTag::AddAttributeFiller(TAttributeFiller filler) {
+    if (!FFiller) return SetAttributeFiller(std::move(filler));
+    FFiller = [first = std::move(FFiller), second = std::move(filler)](THTMLTag& tag) {
+        first(tag);
+        second(tag);
+    };
+}
+
 // ---- reading
 
 TRef<INibMLTag> THTMLTag::GetTags(int32_t index) {
@@ -79,6 +87,11 @@ int32_t THTMLTag::GetAttributeCount() {
     FillAttributes();
     int32_t size = LastAttribute() + 1;
     return FShowAttributes ? FRange.GetCount(size) : size;
+}
+
+int32_t CountAllAttributes(INibMLTag& tag) {
+    auto* element = dynamic_cast<THTMLTag*>(&tag);
+    return element ? static_cast<int32_t>(element->GetAllAttributes().size()) : tag.GetAttributeCount();
 }
 
 std::u16string_view THTMLTag::GetEntityName(int32_t index) const {
@@ -154,10 +167,20 @@ void THTMLTag::AlphaSort() {
 
 // ---- the lists
 
+INibMLTag* THTMLTag::FindChild(std::u16string_view name) const {
+    if (!std::exchange(FIsIndexed, true))
+        for (const auto& tag : FTags)
+            if (!Supports<INibMLClosingTag>(tag)) FTagHash.Add(tag);
+    return FTagHash.Find(name);
+}
+
+void THTMLTag::AppendTag(TRef<INibMLTag> tag) {
+    if (FIsIndexed) FTagHash.Add(tag);
+    FTags.push_back(std::move(tag));
+}
+
 void THTMLTag::AddTag(TRef<INibMLTag> tag) {
-    if (FindChild(tag->GetName())) return;
-    FTags.push_back(tag);
-    FTagHash.Add(std::move(tag));
+    if (!FindChild(tag->GetName())) AppendTag(std::move(tag));
 }
 
 bool THTMLTag::RemoveTag(INibMLTag* tag) {
@@ -186,6 +209,7 @@ TRef<INibMLTagAttribute> THTMLTag::RemoveAttribute(std::u16string_view name) {
 
 void THTMLTag::ClearTags() {
     FTagHash.Clear();
+    FIsIndexed = false;
     // Releasing a child may come back here through a cycle, so the list is emptied first.
     auto tags = std::exchange(FTags, {});
 }

@@ -42,14 +42,19 @@ public:
     /// The filler must not touch other tags; it is dropped by ClearAttrs.
     using TAttributeFiller = std::function<void(THTMLTag&)>;
     void SetAttributeFiller(TAttributeFiller filler) { FFiller = std::move(filler); }
+    /// The same for attributes that come on top of those that are there or are to be filled.
+    void AddAttributeFiller(TAttributeFiller filler);
 
     /// Finds a child without making a reference; borrowed.
-    INibMLTag* FindChild(std::u16string_view name) const { return FTagHash.Find(name); }
+    INibMLTag* FindChild(std::u16string_view name) const;
+    /// Adds a child that the caller knows to be new: a load gives a hundred to each of two
+    /// hundred elements, and few of them are ever asked for one by name.
+    void AppendTag(TRef<INibMLTag> tag);
     /// Takes out all children that pass the test, in one go.
     template <class TTest>
     void RemoveTagsIf(TTest test) {
         std::erase_if(FTags, test);
-        FTagHash.RemoveIf(test);
+        FTagHash.RemoveIf(test);  // which may hold none yet
     }
     /// The whole child list, whatever the range.
     const std::vector<TRef<INibMLTag>>& GetAllTags() const { return FTags; }
@@ -120,7 +125,8 @@ private:
     TTagModel FModel;
     std::vector<TRef<INibMLTag>> FTags;  // may hold closing tags that FTagHash does not
     std::vector<TRef<INibMLTagAttribute>> FAttrs;
-    TNameTable<INibMLTag> FTagHash;
+    mutable TNameTable<INibMLTag> FTagHash;
+    mutable bool FIsIndexed = false;  // or FTagHash is empty until a child is asked for
     TNameTable<INibMLTagAttribute> FAttrHash;
     bool FIsChild = false;
     std::vector<std::u16string> FEntityNames;
