@@ -1,5 +1,5 @@
 // Definitions as text in, the table that a load makes of them as text out.
-#include "LoaderTest.h"
+#include "support/LoaderTest.h"
 
 namespace caretwell {
 namespace {

@@ -1,5 +1,5 @@
 // XML schemas as text in, the table that a load makes of them as text out.
-#include "LoaderTest.h"
+#include "support/LoaderTest.h"
 #include "symbols/XSDLoader.h"
 
 namespace caretwell {

@@ -39,8 +39,10 @@ public:
 class TLoaderTest : public testing::Test {
 protected:
     void SetUp() override {
-        std::string pattern = testing::TempDir() + "loaderXXXXXX";
-        FFolder = std::string(mkdtemp(pattern.data())) + "/";
+        if (FFolder.empty()) {
+            std::string pattern = testing::TempDir() + "loaderXXXXXX";
+            FFolder = FTemporary = std::string(mkdtemp(pattern.data())) + "/";
+        }
         FHost = MakeRef<TLoaderTestHost>();
         FPlatform = MakePlatform({.SchemaFolder = FFolder, .Settings = FHost.Get()});
         SetPlatform(FPlatform.get());
@@ -56,7 +58,7 @@ protected:
         ReleaseMLEditorRegistry();
         SetTarnwellIDEServices(nullptr);
         SetPlatform(nullptr);
-        std::filesystem::remove_all(FFolder);
+        if (!FTemporary.empty()) std::filesystem::remove_all(FTemporary);
     }
 
     std::string Write(const std::string& name, std::string_view text) {
@@ -107,7 +109,8 @@ protected:
         }
     };
 
-    std::string FFolder;
+    std::string FFolder;     ///< of the schemas; a new and empty one unless it is set before SetUp
+    std::string FTemporary;  ///< that one
     std::unique_ptr<IPlatform> FPlatform;
     TRef<TLoaderTestHost> FHost;
 };
