@@ -2,6 +2,9 @@
 #include <gtest/gtest.h>
 
 #include "tagmodel/AsciiCharList.h"
+#include "tagmodel/DocumentNodes.h"
+#include "tagmodel/HTMLAttribute.h"
+#include "tagmodel/HTMLTag.h"
 
 namespace caretwell {
 namespace {
@@ -42,6 +45,47 @@ TEST(EntityList, EverySpellingWhateverWasThereBefore) {
             EXPECT_EQ(shown, c.FShown) << round;
             EXPECT_EQ(list.FindIndex(c.FWord), c.FIndex) << c.FShown << round;
         }
+}
+
+// Only a list of one value sticks to it; one of several is narrowed and comes back.
+TEST(ValueList, NarrowsAndComesBack) {
+    const struct {
+        std::vector<std::u16string_view> FValues;
+        std::string FShown;
+    } cases[] = {
+        {{u"color..."}, "color...;color...;color...;color...;"},
+        {{u"CDATA"}, "CDATA;CDATA;CDATA;CDATA;"},
+        {{u"White", u"color...", u"Black"}, "Black color... White;color...;Black color... White;White;"},
+        {{u"ID", u"colored"}, "colored ID;colored;colored ID;;"},
+    };
+    for (const auto& c : cases) {
+        auto attribute = MakeRef<THTMLAttribute>(u"a", 1);
+        for (auto value : c.FValues) attribute->AddValue(value);
+        std::string shown;
+        for (auto filter : {u"", u"col", u"", u"wh"}) {
+            attribute->SetFilter(filter);
+            for (int32_t i = 0; i < attribute->GetCount(); ++i)
+                shown += (i ? " " : "") + ToUtf8(attribute->GetValue(i));
+            shown += ";";
+        }
+        EXPECT_EQ(shown, c.FShown);
+    }
+}
+
+// A stand-in makes no attributes until it is asked for their number, which is that of all.
+TEST(StandIn, CountsWhenAsked) {
+    int fills = 0;
+    auto tag = MakeRef<THTMLTag>(u"a", nullptr, 1);
+    tag->SetAttributeFiller([&fills](THTMLTag& owner) {
+        ++fills;
+        for (auto name : {u"x", u"y", u"z"}) owner.AddAttribute(MakeRef<THTMLAttribute>(name, NewID()));
+    });
+    auto standIn = MakeRef<TTagWrapper>(*tag, nullptr, -1);
+    EXPECT_EQ(fills, 0);
+    tag->SetShowAttributes(true);
+    tag->SetFilter(u"x");
+    EXPECT_EQ(standIn->GetAttributeCount(), 3);
+    EXPECT_EQ(fills, 1);
 }
 
 }  // namespace

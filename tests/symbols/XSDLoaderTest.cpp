@@ -14,12 +14,21 @@ protected:
         void Load(const std::string& file) {
             FFile = file;
             Manager.LoadXSDEx(Root(), nullptr, file);
+            for (const auto& tag : Manager.GetTagList())
+                EXPECT_TRUE(IsInOrder(*tag)) << ToUtf8(tag->GetName());
         }
         void LoadControls(const std::string& file, const std::vector<std::u16string>* parents = &Parents) {
             FFile = file;
             Manager.LoadXSD(Root(), parents, file);
         }
         void AddTag(const char16_t* name) { Manager.RegisterTag(MakeRef<THTMLTag>(name, &Manager, -1)); }
+        // A filter that comes before the first list works on what the load left.
+        static bool IsInOrder(INibMLTag& tag) {
+            const auto& children = static_cast<THTMLTag&>(tag).GetAllTags();
+            return std::is_sorted(children.begin(), children.end(), [](const auto& a, const auto& b) {
+                return CompareText(a->GetName(), b->GetName()) < 0;
+            });
+        }
         // "root: a b; a: c" for the tags asked for.
         std::string Show(std::string_view names) {
             std::string text;
