@@ -133,7 +133,7 @@ private:
     void ScanPercent();
     bool EndsUnquotedValue(const char* slash) const;
     void ScanTagEnd(const char* remembered);
-    TTagType FinishedTagType();
+    void TellTagEnd();
     bool IsEmptyTag() const;
     void EndTagBeforeCaret(bool endsEmpty);
     void EndCaretTag(int32_t offset);
@@ -141,7 +141,7 @@ private:
     void ScanTagStart();
     bool ScanRegion(int32_t start);
     TTagForm ReadTagForm();
-    void ScanTagName(TTagScan tag);
+    void ScanTagName(const TTagScan& tag);
     void BeginTag(int32_t nameOffset);
     void BeginDocType(const TNameKey& key, std::string_view name, bool nameBeforeCaret, bool isTyped);
     bool FindScanTag(const TNameKey& key, std::string_view name);
@@ -180,7 +180,7 @@ private:
 
     // Stacks
     void PushTag(int32_t nameOffset);
-    void PopTag(bool beforeCaret) { PopTag(FScan.Tag.Bucket, FScan.Tag.Name, beforeCaret); }
+    void PopTag(bool beforeCaret) { PopTag(FScan.Tag.Bucket, FScan.TagName, beforeCaret); }
     void PopTag(TTagBucket* closing, std::string_view name, bool beforeCaret);
     void SetTagOffsetStart(INibMLTag* tag, int32_t offset, bool isClosing, bool beforeCaret);
     void SetTagOffsetEnd(INibMLTag* tag, int32_t offset, bool closes, bool track);

@@ -157,14 +157,15 @@ void TMLParser::ScanPercent() {
     if (isDirective && FInTag && *FPosition == '>') ScanTagEnd(percent);
 }
 
-/// What observers are told of at the ">"; a doctype gets its tag here.
-TTagType TMLParser::FinishedTagType() {
-    switch (FScan.Tag.Form) {
-        case TTagForm::Closing: return ttClose;
-        case TTagForm::Directive: return ttDirective;
-        case TTagForm::DocType: MakeUpTag(FTable.NewDocType(FScan.Tag.Name)); return ttDocType;
-        default: return ttOpen;
-    }
+/// Tells observers of the tag that the ">" has ended; a doctype gets its tag here.
+void TMLParser::TellTagEnd() {
+    const TTagScan& tag = FScan.Tag;
+    TTagType type = ttOpen;
+    if (tag.IsClosing()) type = ttClose;
+    else if (tag.Form == TTagForm::Directive) type = ttDirective;
+    else if (tag.Form == TTagForm::DocType) type = ttDocType;
+    if (type == ttDocType) MakeUpTag(FTable.NewDocType(FScan.TagName));
+    Tell(tag.Tag, type, tag.Start, Offset());
 }
 
 bool TMLParser::IsEmptyTag() const {
@@ -182,9 +183,8 @@ void TMLParser::ScanTagEnd(const char* remembered) {
     FContexts.Remove(pcElement);
     PopContextPos();
     if (isEnd && beforeCaret) {
-        TTagType type = FinishedTagType();
-        Callback(tag.Tag, type, tag.Start, Offset());
-        if (type == ttDocType) FInDocType = false;
+        if (IsObserved()) TellTagEnd();
+        if (tag.Form == TTagForm::DocType) FInDocType = false;
     }
     if (InCaretTag()) {
         bool isEndBeforeCaret = IsBeforeCaret(FPosition);
@@ -195,7 +195,7 @@ void TMLParser::ScanTagEnd(const char* remembered) {
     if (isEnd && (tag.IsClosing() || tag.Form == TTagForm::Directive)) PopTag(beforeCaret);
     tag.IsOpen = false;
     if (beforeCaret) EndTagBeforeCaret(isEnd && IsEmptyTag());
-    if (beforeCaret && isEnd) StartText();
+    if (beforeCaret && isEnd && IsObserved()) StartText();
     if (isEnd) ScanRawContent(std::exchange(tag.Content, TRawContent::None));
 }
 
@@ -222,7 +222,7 @@ void TMLParser::ScanTagStart() {
     int32_t start = Offset();
     FScan.ColumnOffset = start;
     // Inside a tag there is no text.
-    if (FScan.BeforeCaret && !FScan.Tag.IsOpen) ReportText(start);
+    if (IsObserved() && FScan.BeforeCaret && !FScan.Tag.IsOpen) ReportText(start);
     ++FPosition;
     bool isMarkBeforeCaret = FScan.BeforeCaret = IsBeforeCaret(FPosition);
     if (isMarkBeforeCaret) FCurrentAttribute = nullptr;
@@ -232,7 +232,7 @@ void TMLParser::ScanTagStart() {
     tag.OpenedBeforeCaret = opened;
     tag.Form = ReadTagForm();
     if (isMarkBeforeCaret) FInClosingTag = tag.IsClosing();
-    ScanTagName(std::move(tag));
+    ScanTagName(tag);
 }
 
 /// Tells an embedded region from a tag. True if it was one and is done with.
@@ -284,14 +284,14 @@ std::string_view TMLParser::ReadName() {
     return name;
 }
 
-void TMLParser::ScanTagName(TTagScan tag) {
+void TMLParser::ScanTagName(const TTagScan& tag) {
     bool nameBeforeCaret = IsBeforeCaret(FPosition);
     std::string_view name = ReadName();
     int32_t nameOffset = FWindow.OffsetOf(name.data());
     bool hasHeadAhead = FWindow.GetEnd() - name.data() >= 8;
     TNameKey key = MakeNameKey(name.data(), name.size(), hasHeadAhead);
     FScan.BeforeCaret = IsBeforeCaret(FPosition);
-    FScan.Tag = std::move(tag);
+    FScan.Tag = tag;
     bool isTyped = !FScan.BeforeCaret && FScan.Tag.OpenedBeforeCaret;
     if (FScan.Tag.Form == TTagForm::DocType) return BeginDocType(key, name, nameBeforeCaret, isTyped);
     if (isTyped) FCaretInTagName = true;
@@ -330,12 +330,12 @@ void TMLParser::BeginDocType(const TNameKey& key, std::string_view name, bool na
     }
     BeginTag(FWindow.OffsetOf(name.data()));
     FInDocType = nameBeforeCaret || isTyped;
-    FScan.Tag.Name = name;
+    FScan.TagName = name;
 }
 
 void TMLParser::MakeUpTag(TRef<INibMLTag> tag) {
-    FScan.Tag.MadeUp = std::move(tag);
-    FScan.Tag.Tag = FScan.Tag.MadeUp.Get();
+    FScan.MadeUpTag = std::move(tag);
+    FScan.Tag.Tag = FScan.MadeUpTag.Get();
 }
 
 /// Looks the name up. False if it was a directive that the schema does not have, which
@@ -344,7 +344,7 @@ bool TMLParser::FindScanTag(const TNameKey& key, std::string_view name) {
     if (FScan.Tag.Form == TTagForm::Directive) return FindDirective(name);
     FScan.Tag.Bucket = FTable.FindBucket(key, name);
     if (FScan.Tag.Bucket) FScan.Tag.Tag = FScan.Tag.Bucket->Tag.Get();
-    else FScan.Tag.Name = name;
+    else FScan.TagName = name;
     return true;
 }
 
@@ -352,9 +352,10 @@ bool TMLParser::FindScanTag(const TNameKey& key, std::string_view name) {
 bool TMLParser::FindDirective(std::string_view name) {
     TTagScan& tag = FScan.Tag;
     FInDirective = FInDirective || (tag.OpenedBeforeCaret && !FScan.BeforeCaret);
-    tag.Name = "@ ";
-    tag.Name += name;
-    tag.Bucket = FTable.FindBucket(MakeNameKey(tag.Name), tag.Name);
+    std::string& fullName = FScan.TagName;
+    fullName = "@ ";
+    fullName += name;
+    tag.Bucket = FTable.FindBucket(MakeNameKey(fullName), fullName);
     tag.Tag = tag.Bucket ? tag.Bucket->Tag.Get() : nullptr;
     if (!tag.Tag) HandleRegion(ServerScriptRegion, tag.Start, FScan.BeforeCaret);
     return tag.Tag != nullptr;

@@ -25,10 +25,8 @@ struct TTagScan {
     bool OpenedBeforeCaret = false;  ///< its "<" lies before the caret, and no tag holds that in its name yet
     bool IsOutermost = false;        ///< the document's first, so what it binds counts
     TRawContent Content = TRawContent::None;  ///< begins at its ">"
-    INibMLTag* Tag = nullptr;                 ///< held by Bucket, or else by MadeUp
-    TTagBucket* Bucket = nullptr;             ///< of Tag, if the schema knows it
-    TRef<INibMLTag> MadeUp;
-    std::string Name;  ///< UTF-8, of a tag that the schema does not know
+    INibMLTag* Tag = nullptr;                 ///< held by Bucket, or else by the scan
+    TTagBucket* Bucket = nullptr;             ///< of Tag, if the schema knows it; else its name is the scan's
 
     bool IsClosing() const { return Form == TTagForm::Closing; }
 };
@@ -45,6 +43,10 @@ struct TScan {
     int32_t ColumnOffset = -1;           ///< place that the column is to tell of, once lines are counted
     int32_t ValueLineStart = -1;         ///< of the line of FValueOffset; -1 until lines are counted
     TTagScan Tag;
+    // Of a tag that the schema does not know. They mean nothing for one that has a bucket, so
+    // they need not be made new with the tag.
+    TRef<INibMLTag> MadeUpTag;
+    std::string TagName;  ///< UTF-8
 };
 
 }  // namespace caretwell

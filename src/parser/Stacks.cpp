@@ -9,7 +9,7 @@ namespace caretwell {
 
 void TMLParser::PushTag(int32_t nameOffset) {
     INibMLTag* tag = FScan.Tag.Tag;
-    TNameSlot& slot = FStacks.NeedSlot(FScan.Tag.Bucket, FScan.Tag.Name);
+    TNameSlot& slot = FStacks.NeedSlot(FScan.Tag.Bucket, FScan.TagName);
     PTagEntry inDocument = FStacks.Push(TTagStacks::tsDocument, tag, slot, nameOffset);
     if (FScan.BeforeCaret) {
         PTagEntry open = FStacks.Push(TTagStacks::tsOpen, tag, slot, nameOffset);
