@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "markup/MLParserUtils.h"
 #include "parser/NameKey.h"
@@ -54,6 +55,11 @@ public:
     void Add(TRef<INibMLTag> tag);
     void Remove(TTagBucket& bucket);
     void Clear() { FBuckets.Clear(); }
+    /// Changes places with another table, the mode apart: that is the document's.
+    void Swap(TElementTable& other) {
+        std::swap(FBuckets, other.FBuckets);
+        std::swap(FRoot, other.FRoot);
+    }
     void SetMode(TKibitzMode mode) { FMode = mode; }
     void SetRoot(TRef<THTMLTag> root) { FRoot = std::move(root); }
     template <class TVisit>

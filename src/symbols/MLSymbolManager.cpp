@@ -52,15 +52,13 @@ TMLSymbolManager::TMLSymbolManager() : FParser(std::make_unique<TMLParser>(FTabl
 
 TMLSymbolManager::~TMLSymbolManager() {
     FParser.reset();
-    ClearTags();
+    ForgetTables();
 }
 
 void TMLSymbolManager::Retire() {
     FIsRetired = true;
-    ClearTags();
-    SetHiddenRootNode(nullptr);
+    ForgetTables();
     FSelection.Forget();
-    FCharList.Clear();
     FClosedTags.clear();
     FParser = std::make_unique<TMLParser>(FTable, FRoad);
 }
@@ -81,6 +79,50 @@ void TMLSymbolManager::ResetLists() {
 
 // ---- the table
 
+struct TMLSymbolManager::TKeptTable {
+    TKeptTable(std::string key, ITagContext& context) : Key(std::move(key)), Table(context) {}
+
+    std::string Key;
+    std::vector<TRef<INibMLTag>> Tags, LooseTags;
+    TElementTable Table;
+    TNameMap<TTagAttributeBucket> AttrEditors;
+    TAsciiCharList CharList;
+};
+
+void TMLSymbolManager::SwapTable(TKeptTable& kept) {
+    std::swap(FTagList, kept.Tags);
+    std::swap(FLooseTags, kept.LooseTags);
+    FTable.Swap(kept.Table);
+    std::swap(FAttrEditors, kept.AttrEditors);
+    std::swap(FCharList, kept.CharList);
+}
+
+void TMLSymbolManager::PutTableAway(const std::string& key) {
+    constexpr size_t MostKept = 4;
+    ResetLists();
+    FFixups.Forget();
+    auto table = std::make_unique<TKeptTable>(key, *this);
+    // The font of entities is the host's and not the schema's.
+    table->CharList.SetFontName(FCharList.GetFontName());
+    SwapTable(*table);
+    FKept.push_front(std::move(table));
+    if (FKept.size() <= MostKept) return;
+    SwapTable(*FKept.back());
+    ClearTags();
+    FCharList.Clear();
+    SetHiddenRootNode(nullptr);
+    FKept.pop_back();
+}
+
+bool TMLSymbolManager::TakeTableBack(const std::string& key) {
+    auto row = std::find_if(FKept.begin(), FKept.end(), [&](const auto& kept) { return kept->Key == key; });
+    if (row == FKept.end()) return false;
+    SwapTable(**row);
+    FKept.erase(row);
+    return true;
+}
+
+// Tags hold each other: what goes is taken apart.
 void TMLSymbolManager::ClearTags() {
     FFixups.Forget();
     FAttrEditors.Clear();
@@ -96,6 +138,15 @@ void TMLSymbolManager::ClearTags() {
         root->ClearTags();
         root->ClearAttrs();
     }
+}
+
+void TMLSymbolManager::ForgetTables() {
+    for (ClearTags(); !FKept.empty(); FKept.pop_front()) {
+        SwapTable(*FKept.front());
+        ClearTags();
+    }
+    SetHiddenRootNode(nullptr);
+    FCharList.Clear();
 }
 
 void TMLSymbolManager::AddElement(TRef<INibMLTag> tag) {

@@ -8,6 +8,7 @@
 // its children are the elements that no other element contains.
 #pragma once
 
+#include <deque>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -44,6 +45,11 @@ public:
     // ---- The table. A second tag of one name is dropped without a word.
 
     void ClearTags();
+    /// Puts the table away under a key, as it is with no list open, and leaves an empty one: going
+    /// to and fro between documents makes nothing anew. The oldest of the few kept goes.
+    void PutTableAway(const std::string& key);
+    /// Takes the table of that key back in the place of an empty one. False if none was kept.
+    bool TakeTableBack(const std::string& key);
     void SetHiddenRootNode(TRef<THTMLTag> tag) { FTable.SetRoot(std::move(tag)); }
     THTMLTag* GetHiddenRootNode() const { return FTable.GetRoot(); }
     TElementTable& GetTable() { return FTable; }
@@ -177,6 +183,10 @@ public:
     void LoadXSDEx(THTMLTag& root, const std::vector<std::u16string>* parents, const std::string& fileName);
 
 private:
+    struct TKeptTable;
+    void SwapTable(TKeptTable& kept);
+    void ForgetTables();
+
     std::vector<TRef<INibMLTag>> FTagList;
     std::vector<TRef<INibMLTag>> FLooseTags;
     TElementTable FTable{*this};
@@ -190,6 +200,7 @@ private:
     TSchemaSelection FSelection{*this};
     TDocumentRoad FRoad{*this};
     std::unique_ptr<TMLParser> FParser;
+    std::deque<std::unique_ptr<TKeptTable>> FKept;  // the one put away last in front
 };
 
 /// The tags open at the caret of the last parse, and all registered tags; see MLCodeInsight.h.

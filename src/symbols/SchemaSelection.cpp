@@ -41,22 +41,28 @@ void TSchemaSelection::SetIsASPEnabled(bool value) {
 void TSchemaSelection::Forget() {
     FSchemaFile.clear();
     FXSLOutputFile.clear();
+    FTableKey.clear();
     FTablePrefixes.clear();
 }
 
 // A table of which a part is missing is none: the host that failed while it was made may do
 // better the next time.
 template <class TLoad>
-void TSchemaSelection::MakeTable(TLoad load) {
+void TSchemaSelection::MakeTable(const std::string& key, TLoad load) {
+    if (!FTableKey.empty()) FManager.PutTableAway(FTableKey);
+    FTableKey.clear();
     FManager.ClearTags();
     FTablePrefixes.clear();
     FManager.GetCharList().Clear();
     FManager.SetHiddenRootNode(nullptr);
     try {
         if (FSchemaFile.empty()) return;
-        FManager.MakeRoot(RootName);
-        load();
-        ShowAllChildren();
+        if (key.empty() || !FManager.TakeTableBack(key)) {
+            FManager.MakeRoot(RootName);
+            load();
+            ShowAllChildren();
+        }
+        FTableKey = key;
     } catch (...) {
         // Nor are readers kept that have read half a file.
         FreeDTDReaders();
@@ -96,7 +102,7 @@ bool TSchemaSelection::SelectFree(const std::string& path) {
     if (!exists && FSchemaFile.empty()) return false;
     FSchemaFile = exists ? path : std::string();
     FNamespaces.Clear();
-    MakeTable([this] { LoadFree(); });
+    MakeTable({}, [this] { LoadFree(); });
     return true;
 }
 
@@ -117,7 +123,7 @@ bool TSchemaSelection::FollowNamespaces(const TDocumentNamespaces& value) {
         return row.Prefix == value.GetPrefix(row.Namespace);
     });
     if (isFollowed) return false;
-    MakeTable([this] { LoadFree(); });
+    MakeTable({}, [this] { LoadFree(); });
     return true;
 }
 
@@ -141,8 +147,10 @@ bool TSchemaSelection::Select(const std::string& name, std::string_view outputLa
     if (isNew) {
         FASPChanged = false;
         FSchemaFile = file;
-        FXSLOutputFile.clear();
-        MakeTable([&] { LoadFile(outputLanguage); });
+        FXSLOutputFile = mode == kmXSL ? outputLanguage : std::string_view();
+        std::string key =
+            file + '\n' + FXSLOutputFile + '\n' + std::to_string(mode) + (FIsASPEnabled ? "s" : "");
+        MakeTable(key, [&] { LoadFile(outputLanguage); });
     }
     // After the load, which begins with an empty message view.
     if (!missing.empty() && !isBeingTyped) ReportMissing(InvalidFile, missing);
@@ -161,10 +169,8 @@ void TSchemaSelection::LoadFile(std::string_view outputLanguage) {
     if (FIsASPEnabled) LoadServerControls();
 }
 
-// The elements of the output language become children of xsl:template. A language that cannot
-// be found is not looked for again until the document names another.
+// The elements of the output language become children of xsl:template.
 void TSchemaSelection::LoadOutputLanguage(std::string_view output) {
-    FXSLOutputFile = output;
     TTagBucket* bucket = FManager.FindBucket(u"xsl:template");
     auto* host = bucket ? dynamic_cast<THTMLTag*>(bucket->Tag.Get()) : nullptr;
     if (!host || output.empty()) return;

@@ -44,7 +44,7 @@ private:
     bool SelectFree(const std::string& path);
     bool FollowNamespaces(const TDocumentNamespaces& value);
     template <class TLoad>
-    void MakeTable(TLoad load);
+    void MakeTable(const std::string& key, TLoad load);
     void LoadFree();
     void LoadFile(std::string_view outputLanguage);
     void LoadOutputLanguage(std::string_view output);
@@ -56,6 +56,7 @@ private:
     const TDocumentKind* FKind = &GetDocumentKind({});
     std::string FSchemaFile;
     std::string FXSLOutputFile;
+    std::string FTableKey;  // of the table in hand; empty if it is not to be kept
     bool FIsASPEnabled = false;
     bool FASPChanged = false;
     TDocumentNamespaces FNamespaces;
