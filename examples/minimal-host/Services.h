@@ -11,35 +11,22 @@
 
 namespace minimal {
 
-/// What is selected in the list that the host shows. The engine reads it in Done.
-class TSelection final : public TImplements<INibInsightList> {
-public:
-    void Select(int32_t index, std::u16string text) {
-        FIndex = index;
-        FText = std::move(text);
-    }
-    std::u16string SelectedText() override { return FText; }
-    int32_t SelectedIndex() override { return FIndex; }
-
-private:
-    int32_t FIndex = -1;
-    std::u16string FText;
-};
-
 class TServices : public TImplements<INibCodeInsightServices, INibMessageServices, INibOptionServices> {
 public:
     // ---- INibCodeInsightServices: the view that has the focus, and the open list.
     void SetView(TRef<TPageView> view) { FView = std::move(view); }
-    void SetList(TRef<INibInsightList> list) { FList = std::move(list); }
+    // "The token that the list was filtered on" is the text before the caret that the list
+    // is narrowed by; the session of chapter 4 says where it begins.
+    void SetList(TRef<INibInsightList> list, int32_t tokenStart) {
+        FList = std::move(list);
+        FTokenStart = tokenStart;
+    }
     TRef<INibEditView> CurrentEditView() override { return FView; }
     TRef<INibInsightList> CurrentList() override { return FList; }
-    // "The token that the list was filtered on" is the text before the caret that the
-    // manager's EditorTokenValidChars takes in; the editor tells how long it is.
-    void SetToken(int32_t bytes) { FToken = bytes; }
     void InsertText(std::u16string_view text, bool replaceToken) override {
         if (!FView) return;
         int32_t caret = FView->Page().Caret();
-        FView->Page().Replace(caret - (replaceToken ? FToken : 0), caret, ToUtf8(text));
+        FView->Page().Replace(replaceToken && FList ? FTokenStart : caret, caret, ToUtf8(text));
     }
 
     // ---- INibMessageServices: what reading a schema had to say.
@@ -62,7 +49,7 @@ public:
 private:
     TRef<TPageView> FView;
     TRef<INibInsightList> FList;
-    int32_t FToken = 0;
+    int32_t FTokenStart = 0;
 };
 
 /// The host's side of IDERegister: a list of managers. The index is whatever the host likes.

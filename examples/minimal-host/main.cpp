@@ -50,7 +50,15 @@ void WritePage(TEngine& engine) {
     if (editor.Select(u"_blank")) editor.Press(Enter);
     Print(*view);
 
-    view->Page().Undo();  // the whole choice is one step
+    editor.Undo();  // the whole choice is one step
+    Print(*view);
+}
+
+// Who never looks at the lists gets what they type; closing tags are typed over.
+void WriteByHand(TEngine& engine) {
+    auto view = Open("page.html", "^");
+    TEditor editor(engine, view);
+    editor.Type(u"<ul><li>Tom & <b>Jerry</b></li></ul> <input disabled name=x>");
     Print(*view);
 }
 
@@ -71,5 +79,6 @@ int main(int count, char** words) {
     }
     TEngine engine(words[1]);
     WritePage(engine);
+    WriteByHand(engine);
     WriteSheet(engine);
 }
