@@ -26,7 +26,8 @@ public:
     void InsertText(std::u16string_view text, bool replaceToken) override {
         if (!FView) return;
         int32_t caret = FView->Page().Caret();
-        FView->Page().Replace(replaceToken && FList ? FTokenStart : caret, caret, ToUtf8(text));
+        FView->Page().Replace(replaceToken && FList ? std::min(FTokenStart, caret) : caret, caret,
+                              ToUtf8(text));
     }
 
     // ---- INibMessageServices: what reading a schema had to say.

@@ -116,11 +116,20 @@ TEditorLens TEngine::MakeLens() {
             }};
 }
 
+// In the pages of a browser, and in the sheets that make them, a style attribute holds style
+// text. In other XML it holds what its schema says.
+bool TEngine::IsPage(std::string_view fileName) {
+    std::string extension = ExtensionOf(fileName);
+    bool isOther = extension == ".resx" || extension == ".wml" ||
+                   (extension != ".svg" && GetFileToSchemaMapperService()->HasSchema(fileName));
+    return !isOther;
+}
+
 // Where the style sheet manager has nothing to offer, in a selector say, the page's own
 // keeps the caret.
 std::string TEngine::NameAt(TEditView& view) {
     std::string name = view.Buffer()->FileName();
-    if (IsStyleSheet(name)) return name;
+    if (IsStyleSheet(name) || !IsPage(name)) return name;
     auto place = LookThrough(view.Text().Text(), lkMarkup, static_cast<size_t>(view.CaretOffset())).FPlace;
     if (place != lpName && place != lpValue) return name;
     StyleSheet();

@@ -313,12 +313,8 @@ bool TTypingSession::Takes(char32_t key) const {
 bool TTypingSession::PressInList(char32_t key) {
     bool takes = Takes(key);
     if (takes && FIsClosingTag) return CloseTag(), true;
-    char16_t told = KeyOf(key);
-    // Tab goes on as a blank does: to the attributes, to the next of them.
-    TListItem item = takes && key == KeyTab ? Item(SelectedIndex()) : TListItem();
-    if (!item.Class.empty() && !item.IsClosing) told = ' ';
     bool closes = false, accepts = false;
-    FManager->OnEditorKey(told, closes, accepts);
+    FManager->OnEditorKey(KeyOf(key), closes, accepts);
     if (closes) return takes && accepts ? TakeChoice(key) : CloseWithout(key);
     if (IsWordChar(key)) return false;
     // The word that the list was about is over.
@@ -329,30 +325,21 @@ bool TTypingSession::PressInList(char32_t key) {
 
 bool TTypingSession::TakeChoice(char32_t key) {
     auto view = FHost.View();
-    uint64_t revision = FHost.Revision();
     int32_t caret = view ? CaretOffsetOf(*view) : 0;
     std::u16string name = NameOf(SelectedIndex());
-    bool isStyle = IsStyleSheet();
+    if (key == ' ' && IsStyleSheet()) FNext = TNext::List;  // the value goes on with another word
     EndList(true);
     view = FHost.View();
     if (!view) return true;
-    bool isWritten = FHost.Revision() != revision || CaretOffsetOf(*view) != caret;
-    // A dialog that was cancelled: the key is one like any other.
-    if (!isWritten && key >= ' ') return false;
+    TNibKeyUse use = FindKeyUse(*view, key, caret);
+    // The value is to follow its "=" without a blank.
     if (key == KeyTab && EndsWith(*view, u"= ")) PositionOf(*view)->DeleteBack(1);
     char16_t own = FOwn.NoteChoice(*view, name);
-    if (own == key) FOwn.TypeOver(*view, key);
     if (key < ' ') {
         if (!FIsRequested && own == ':') AskForList(own);
         return true;
     }
-    if (key == ' ' && isStyle) {
-        // The value goes on with another word.
-        if (own == ';') PositionOf(*view)->DeleteBack(1);
-        FNext = TNext::List;
-        return false;
-    }
-    if (!IsBeforeCaret(*view, key)) return FIsRequested;
+    if (!FOwn.TypeOver(*view, key) && use == TNibKeyUse::Unused) return false;
     AskAfter(key);
     return true;
 }
@@ -368,11 +355,18 @@ bool TTypingSession::CloseWithout(char32_t key) {
     EndList(false);
     view = FHost.View();
     if (key == KeyEscape || !view) return true;
-    bool isWritten = CaretOffsetOf(*view) != caret;
+    bool isWritten = FindKeyUse(*view, key, caret) == TNibKeyUse::Written;
     // Where no choice was made, a list follows only in a tag: there the manager writes the blank.
     FIsRequested = FIsRequested && isWritten;
     if (isWritten) AskAfter(key);
     return isWritten;
+}
+
+// What Done did with the key. A manager that does not tell is judged by what stands before the caret.
+TNibKeyUse TTypingSession::FindKeyUse(INibEditView& view, char32_t key, int32_t caret) const {
+    if (auto composer = QueryAs<INibEditComposer>(FManager)) return composer->GetKeyUse();
+    bool isWritten = CaretOffsetOf(view) != caret && IsBeforeCaret(view, key);
+    return isWritten ? TNibKeyUse::Written : TNibKeyUse::Unused;
 }
 
 // The letters that are missing from a closing tag.

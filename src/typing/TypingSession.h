@@ -142,6 +142,7 @@ private:
     bool PressInList(char32_t key);
     bool TakeChoice(char32_t key);
     bool CloseWithout(char32_t key);
+    TNibKeyUse FindKeyUse(INibEditView& view, char32_t key, int32_t caret) const;
     void CloseTag();
     void EndList(bool accepted);
     void Refilter();

@@ -2,6 +2,7 @@
 // examples; and a way through every call that an editor makes.
 #pragma once
 
+#include <caretwell/insight/MLCodeInsight.h>
 #include <caretwell/stylesheet/CSSLanguage.h>
 #include <gtest/gtest.h>
 
@@ -19,7 +20,21 @@ using minimal::TEngine;
 using minimal::TPage;
 using minimal::TPageView;
 using minimal::TRegistry;
-using minimal::TSelection;
+
+/// What is selected in the list, as an editor without a session has to keep it.
+class TSelection final : public TImplements<INibInsightList> {
+public:
+    void Select(int32_t index, std::u16string text) {
+        FIndex = index;
+        FText = std::move(text);
+    }
+    std::u16string SelectedText() override { return FText; }
+    int32_t SelectedIndex() override { return FIndex; }
+
+private:
+    int32_t FIndex = -1;
+    std::u16string FText;
+};
 
 enum TFault {
     fNone,
@@ -253,11 +268,11 @@ inline bool WorkThrough(INibCodeInsightManager& manager, TBadServices& services,
     auto selection = MakeRef<TSelection>();
     bool isWild = services.Behaviour.Is(fWildSelection);
     selection->Select(isWild ? 1'000'000 : 0, isWild ? u"no such thing" : list->GetSymbolText(0));
-    services.SetList(selection);
+    services.SetList(selection, std::numeric_limits<int32_t>::max());
     bool closes = false, accepts = false, displayParams = false;
     manager.OnEditorKey(closeKey, closes, accepts);
     manager.Done(true, displayParams);
-    services.SetList(nullptr);
+    services.SetList(nullptr, 0);
     return isOpen;
 }
 

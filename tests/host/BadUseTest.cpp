@@ -13,7 +13,7 @@ TRef<INibCodeInsightManager> ManagerFor(TBadHost& host, const char* fileName) {
     return manager;
 }
 
-constexpr char16_t CloseKeys[] = {minimal::Enter, minimal::Tab, ' ', '>', '=', ';', minimal::Escape};
+constexpr char16_t CloseKeys[] = {minimal::Enter, 9, ' ', '>', '=', ';', 27};
 
 /// Every list of the documents, ended by every key.
 template <class TAction>

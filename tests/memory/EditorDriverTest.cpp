@@ -110,7 +110,7 @@ const TCase Cases[] = {
     {"^ x", "<d{D} ", "<dl ^ x", ""},
     {"^", "<d{E}", "<div^", "", Values},
     {"^", ":d{D};", ":dl;^", "", Style},
-    {"^", ":d{D} ", ":dl ^", "[body] break div dl p", Style},  // and another value
+    {"^", ":d{D} ", ":dl; ^", "[body] break div dl p", Style},  // and another value
     {"^", ":d{E};", ":div;^", "", Style},                      // typed over
     {"^", ":d{E}x;", ":div;x;^", "", Style},
     {"^", "<{T}", "<body^", ""},
@@ -144,7 +144,7 @@ const TCase Cases[] = {
     {"^", "<d/", "<d/^", ""},
     {"^", ":/", ":/^", ""},
     // the next list
-    {"^", "<d{T}", "<div ^", "[body] break div dl p", Chain},
+    {"^", "<d{D} ", "<dl ^", "[body] break div dl p", Chain},
     {"^", "<d p ", "<d p ^", "[body] break div dl p", Chain},
     {"^", "<d {E}", "<d \n^", "", Chain},
     {"^", "<", "<^", "[body] break div dl p", Again},
@@ -174,14 +174,14 @@ TEST(EditorDriver, Keys) {
 
 TEST(EditorDriver, OneKeyIsOneStep) {
     TPage page("^", Chain);
-    page.Press("<d{T}");  // the choice, its blank and the next list
+    page.Press("<d{D} ");  // the choice, its blank and the next list
     EXPECT_TRUE(page.Driver().Undo());
     EXPECT_EQ(page.Text(), "<d^");
     EXPECT_TRUE(page.Driver().Undo());
     EXPECT_EQ(page.Text(), "<^");
     EXPECT_TRUE(page.Driver().Redo());
     EXPECT_TRUE(page.Driver().Redo());
-    EXPECT_EQ(page.Text(), "<div ^");
+    EXPECT_EQ(page.Text(), "<dl ^");
     EXPECT_FALSE(page.Driver().Redo());
 }
 
