@@ -66,6 +66,7 @@ std::vector<TNibEdit> TMLKibitzManager::AidsInText(INibEditView& view) const {
     std::vector<TNibEdit> edits;
     int32_t caret = CaretOffsetOf(view), moved = caret;
     for (const TAutoClosePosition& place : GetParser().GetAutoClosePositions()) {
+        if (place.Offset != caret - 1) continue;  // what stands elsewhere was written by somebody
         std::string before = ReadBytes(view, place.Offset - 1, place.Offset);
         bool needsBlank = !before.empty() && !IsBlank(before[0]);
         edits.push_back({.Start = place.Offset,
@@ -73,7 +74,7 @@ std::vector<TNibEdit> TMLKibitzManager::AidsInText(INibEditView& view) const {
                          .Text = needsBlank ? u" /" : u"/",
                          .Caret = 0,
                          .EditorId = {}});
-        if (place.Offset < caret) moved += 1 + needsBlank;
+        moved += 1 + needsBlank;
     }
     if (auto closing = FInvokeKey == '>' ? ComposeClosingTag(caret) : std::nullopt)
         edits.push_back(std::move(*closing));

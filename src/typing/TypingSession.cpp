@@ -50,6 +50,7 @@ bool TTypingSession::KeyDown(char32_t key) {
         if (wouldChoose) return true;
     }
     FOwn.Check(*view, FCaret);
+    if (key == ';' || key == '{' || key == '}' || key == KeyEnter) FIsInValue = false;
     if (FOwn.TypeOver(*view, key)) {
         if (CaretOffsetOf(*view) != FCaret) EndList(false);
         Settle();
@@ -81,10 +82,12 @@ void TTypingSession::TextDeleted() {
 void TTypingSession::CaretMoved() {
     Dismiss();
     FOwn.Forget();
+    FIsInValue = false;
 }
 
 bool TTypingSession::OpenList() {
     TValueScope<bool> working(FIsBusy, true);
+    if (auto view = FHost.View()) FOwn.Check(*view, FCaret);
     FIsAskedFor = IsOpen() || AskForList(0);
     OpenRequested();
     return IsOpen();
@@ -137,6 +140,7 @@ void TTypingSession::AskAfter(char32_t key) {
     if (!view) return;
     FOwn.KeyTyped(*view, key);
     if (FIsRequested || (key != 0 && AskForList(KeyOf(key)))) return;
+    if (key == ' ' && FIsInValue && FNext == TNext::ByKey) FNext = TNext::Values;
     if (FNext == TNext::ByKey) return;
     if (FNext == TNext::ClosingTags) return AskForClosingTags();
     bool wantsValues = FNext == TNext::Values;
@@ -194,6 +198,7 @@ void TTypingSession::ShowList() {
     if (!FSymbols) return;
     FList = MakeRef<TSelection>();
     FIsAskedFor = FIsPicked = FIsClosingTag = false;
+    FIsInValue = IsStyleSheet() && IsValueList();
     FSymbols->SetFilter({});
     // A list without one line is not worth showing. The manager is told that it ended.
     Refilter();
@@ -327,7 +332,6 @@ bool TTypingSession::TakeChoice(char32_t key) {
     auto view = FHost.View();
     int32_t caret = view ? CaretOffsetOf(*view) : 0;
     std::u16string name = NameOf(SelectedIndex());
-    if (key == ' ' && IsStyleSheet()) FNext = TNext::List;  // the value goes on with another word
     EndList(true);
     view = FHost.View();
     if (!view) return true;
@@ -349,7 +353,7 @@ bool TTypingSession::CloseWithout(char32_t key) {
     auto view = FHost.View();
     int32_t caret = view ? CaretOffsetOf(*view) : 0;
     bool isEmpty = FToken.empty();
-    if (key == ' ' && IsStyleSheet() && (isEmpty || IsValueList())) FNext = TNext::List;
+    if (key == ' ' && isEmpty && IsStyleSheet()) FNext = TNext::List;
     if (key == ' ' && isEmpty && FTrigger == '=') FNext = TNext::List;
     if (IsQuote(key) && isEmpty && FTrigger == '=') FNext = TNext::Values;
     EndList(false);

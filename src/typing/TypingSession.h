@@ -69,7 +69,7 @@ public:
 
     // Keys. KeyDown, and KeyTyped where it follows, are one step of undo.
     /// Before the key is in the text. True: all that it does is done, and it is not to be
-    /// typed. False: the host types it and calls KeyTyped.
+    /// typed. False: the host types it and calls KeyTyped; of Escape it makes what it will.
     CARETWELL_API bool KeyDown(char32_t key);
     /// The key stands before the caret now.
     CARETWELL_API void KeyTyped(char32_t key);
@@ -158,6 +158,7 @@ private:
     TOwnText FOwn;
     bool FIsBusy = false;  // a key is at work
     bool FIsRequested = false;
+    bool FIsInValue = false;  // of a style sheet, which goes on behind each blank
     TNext FNext = TNext::ByKey;
     uint64_t FRevision = 0;  // after the last key
     int32_t FCaret = 0;

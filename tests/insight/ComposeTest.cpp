@@ -175,8 +175,8 @@ TEST(Choice, AidsWhileTyping) {
         bool FAutoQuote = false;
     } cases[] = {
         {"<div><ul>^\n", '>', "<div><ul>^</ul>\n"},
-        {xml + "<p><br>x<b>^\n", '>', xml + "<p><br />x<b>^</b>\n"},
-        {xml + "<p><br >x<br>^\n", '>', xml + "<p><br />x<br />^\n"},
+        {xml + "<p><br>x<b>^\n", '>', xml + "<p><br>x<b>^</b>\n"},
+        {xml + "<p><br >x<br>^\n", '>', xml + "<p><br >x<br />^\n"},
         {"<p><a target=^>\n", '=', "<p><a target=\"^\">\n", true},
         {"<p><a target=^title=x>\n", '=', "<p><a target=^title=x>\n", true},
         {"<p><a target=x^>\n", 0, "<p><a target=x^>\n", true},

@@ -110,7 +110,7 @@ const TCase Cases[] = {
     {"^ x", "<d{D} ", "<dl ^ x", ""},
     {"^", "<d{E}", "<div^", "", Values},
     {"^", ":d{D};", ":dl;^", "", Style},
-    {"^", ":d{D} ", ":dl; ^", "[body] break div dl p", Style},  // and another value
+    {"^", ":d{D} ", ":dl; ^", "", Style},  // and another value
     {"^", ":d{E};", ":div;^", "", Style},                      // typed over
     {"^", ":d{E}x;", ":div;x;^", "", Style},
     {"^", "<{T}", "<body^", ""},

@@ -2,6 +2,9 @@
 // first byte after each.
 #include <gtest/gtest.h>
 
+#include <random>
+
+#include "support/KeyRules.h"
 #include "support/TestHost.h"
 
 namespace caretwell::test {
@@ -185,10 +188,38 @@ TEST(Typing, XmlDeclaration) {
     const std::string head = "<?xml version=\"1.0\"?>\n";
     const TCase cases[] = {
         {head + "<p><br^\n", ">", head + "<p><br />^\n"},
-        {head + "<p><br><br><img^ x\n", ">", head + "<p><br /><br /><img />^ x\n"},
-        {head + "<p><br >\n<br^\n", ">", head + "<p><br />\n<br />^\n"},
+        {head + "<p><br><br><img^ x\n", ">", head + "<p><br><br><img />^ x\n"},
+        {head + "<p><br >\n<br^\n", ">", head + "<p><br >\n<br />^\n"},
     };
     for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys), c.FExpect) << c.FText << " + " << c.FKeys;
+}
+
+// Any keys anywhere: nothing but the words at the caret changes.
+TEST(Typing, RandomSessions) {
+    const std::string page =
+        "<!DOCTYPE html>\n<div id=\"a b\"><p class=x>one <b>two</b> &amp; <br> <a target=\"_top\">three</a>\n"
+        "<ul><li>four <img src=\"\"><!-- < five --> six</ul><script>a < b</script> "
+        "<table><td>x</table></div>\n";
+    const std::string keys = "pbadiv<>/ =\"'&;!tabletarget_";
+    std::mt19937 random(11);
+    auto below = [&](size_t n) { return static_cast<size_t>(random()) % n; };
+    for (int session = 0; session < 120; ++session) {
+        std::string text = (session % 3 == 0 ? "<?xml version=\"1.0\"?>\n" : "") + page;
+        TTestHost host(text);
+        host.Manager().SetAutoQuote(session % 2);
+        host.Document().View().SetCaretOffset(static_cast<int32_t>(below(text.size() + 1)));
+        for (int i = 0; i < 50; ++i) {
+            bool isNamed = below(4) == 0;
+            size_t named = below(9);
+            std::string fault =
+                isNamed ? PressAndJudge(host.Document(), static_cast<TEditorKey>(named))
+                        : TypeAndJudge(host.Document(), static_cast<char32_t>(keys[below(keys.size())]));
+            ASSERT_EQ(fault, "") << session << ' ' << i << ": " << host.Text();
+        }
+        host.Driver().Dismiss();
+        while (host.Driver().Undo()) continue;
+        ASSERT_EQ(host.Document().Text().Text(), text);
+    }
 }
 
 }  // namespace
