@@ -344,6 +344,8 @@ bool TTypingSession::TakeChoice(char32_t key) {
         return true;
     }
     if (!FOwn.TypeOver(*view, key) && use == TNibKeyUse::Unused) return false;
+    // A blank that stands after the caret belongs to what follows.
+    if (key == ' ' && FIsInValue && !IsBeforeCaret(*view, key)) return false;
     AskAfter(key);
     return true;
 }
