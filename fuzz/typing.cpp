@@ -39,7 +39,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
 
     THostOptions hostOptions;
     if (options & 4) hostOptions.Answers = {{"color", "#ff0000"}, {"uri", "logo.png"}};
-    hostOptions.EndsLastLine = options & 8;
     TTestHost host(std::move(hostOptions));
     host.OpenBytes(page, Names[options % 4]);
     TEditorDriver& driver = host.Driver();

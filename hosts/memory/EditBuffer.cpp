@@ -10,7 +10,7 @@ public:
     explicit TEditReader(TRef<TEditBuffer> buffer) : FBuffer(std::move(buffer)) {}
 
     int32_t Read(int32_t offset, char* dest, int32_t count) override {
-        return FBuffer->Read(offset, dest, count);
+        return FBuffer->Text().Read(offset, dest, count);
     }
 
 private:
@@ -60,15 +60,6 @@ private:
 };
 
 }  // namespace
-
-int32_t TEditBuffer::Read(int32_t offset, char* dest, int32_t count) {
-    int32_t got = FText.Read(offset, dest, count);
-    char last = FText.At(FText.Size() - 1);
-    bool isEnded = !FEndsLastLine || last == '\n' || last == '\r';
-    if (isEnded || offset < 0 || offset + got != FText.Size() || got >= count) return got;
-    dest[got] = '\n';
-    return got + 1;
-}
 
 TRef<INibEditReader> TEditBuffer::CreateReader() { return MakeRef<TEditReader>(TRef<TEditBuffer>(this)); }
 

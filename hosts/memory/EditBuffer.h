@@ -13,13 +13,6 @@ public:
         : FText(std::move(text)), FFileName(std::move(fileName)) {}
 
     TTextBuffer& Text() { return FText; }
-    /// Readers see a line break behind a text that does not end with one, as they do in
-    /// editors whose last line is always ended. The engine takes a name for finished when
-    /// the document ends behind it, so that a page typed at its end needs this.
-    void SetEndsLastLine(bool value) { FEndsLastLine = value; }
-    /// Copies at most count bytes as readers see them. Returns how many.
-    int32_t Read(int32_t offset, char* dest, int32_t count);
-
     std::string FileName() override { return FFileName; }
     TRef<INibEditReader> CreateReader() override;
     /// Null if the buffer is read-only.
@@ -28,7 +21,6 @@ public:
 private:
     TTextBuffer FText;
     std::string FFileName;
-    bool FEndsLastLine = false;
 };
 
 /// A file with its views, for those who ask by file and not by view.

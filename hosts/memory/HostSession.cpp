@@ -52,7 +52,6 @@ TDocument& THostSession::Open(std::string text, std::string fileName) {
     FDocuments.push_back(std::make_unique<TDocument>(std::move(text), std::move(fileName), FRegistry,
                                                      FServices, FOptions.Warn));
     FDocuments.back()->Driver().SetLens(FOptions.Lens);
-    FDocuments.back()->Buffer()->SetEndsLastLine(FOptions.EndsLastLine);
     Activate(*FDocuments.back());
     return *FDocuments.back();
 }

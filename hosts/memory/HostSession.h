@@ -38,7 +38,6 @@ struct THostOptions {
     TDialogAnswers::TAsk Ask{};                                   ///< for a dialog without an answer
     std::function<void(std::string_view line)> Warn{};            ///< what the host itself has to say
     std::function<void(const TMessage&)> Echo{};                  ///< each message of the engine as it comes
-    bool EndsLastLine = false;  ///< readers see a break behind the last line
     TEditorLens Lens{};         ///< between every document and the engine
 };
 

@@ -10,6 +10,7 @@ namespace {
 
 // No closing tag that anyone types over is longer.
 constexpr int32_t LongestAid = 300;
+constexpr size_t MostSlashes = 100;
 
 // The characters of the line next to the caret: so many after it, or before it if negative.
 std::u16string ReadBeside(INibEditView& view, int32_t count) {
@@ -35,6 +36,11 @@ void DeleteAhead(INibEditView& view, std::u16string_view text) {
     position->DeleteBack(count);
 }
 
+void MoveCaretTo(INibEditView& view, int32_t offset) {
+    if (auto exact = QueryAs<INibOffsetView>(&view)) exact->SetCaretOffset(offset);
+    else view.SetCaretPos(view.CharPosToEditPos(view.OffsetToCharPos(offset)));
+}
+
 }  // namespace
 
 TOwnText::TBefore TOwnText::Look(INibEditView& view) {
@@ -49,8 +55,7 @@ void TOwnText::NoteAid(INibEditView& view, const TBefore& before) {
     if (ahead == before.Ahead) {
         bool isSlash = (moved == 1 || moved == 2) && ReadBeside(view, -2) == u"/>";
         if (!isSlash) return;
-        FSlash = moved;
-        FSlashEnd = caret;
+        NoteSlash(view, caret, moved);
         return;
     }
     bool isQuote = ahead.starts_with(u'"') || ahead.starts_with(u'\'');
@@ -59,6 +64,15 @@ void TOwnText::NoteAid(INibEditView& view, const TBefore& before) {
     if (size == 0 || !before.Ahead.starts_with(rest)) return;
     FAhead.insert(FAhead.begin(), ahead.substr(0, size));
     if (isQuote && moved == 1) FBehind = ahead[0];
+}
+
+void TOwnText::NoteSlash(INibEditView& view, int32_t end, int32_t size) {
+    std::u16string before = ReadBeside(view, -LongestAid);
+    size_t start = before.rfind(u'<');
+    if (start == before.npos) return;
+    size_t nameEnd = before.find_first_of(u" \t/>", ++start);
+    if (FSlashes.size() == MostSlashes) FSlashes.erase(FSlashes.begin());
+    FSlashes.push_back({before.substr(start, nameEnd - start), end, size});
 }
 
 char16_t TOwnText::NoteChoice(INibEditView& view, std::u16string_view name) {
@@ -72,6 +86,7 @@ char16_t TOwnText::NoteChoice(INibEditView& view, std::u16string_view name) {
 
 void TOwnText::Check(INibEditView& view, int32_t caret) {
     if (CaretOffsetOf(view) != caret) return Forget();
+    while (!FSlashes.empty() && FSlashes.back().End > caret) FSlashes.pop_back();
     if (FAhead.empty()) return;
     std::u16string text;
     for (const auto& aid : FAhead) text += aid;
@@ -88,15 +103,14 @@ bool TOwnText::TypeOver(INibEditView& view, char32_t key) {
 }
 
 void TOwnText::KeyTyped(INibEditView& view, char32_t key) {
-    if (key != '>' || (FAhead.empty() && FSlash == 0)) return;
+    if (key != '>' || (FAhead.empty() && FSlashes.empty())) return;
     std::u16string before = ReadBeside(view, -LongestAid);
     size_t start = before.rfind(u"</");
     if (!before.ends_with(u'>') || start == before.npos) return;
     std::u16string_view tag = std::u16string_view(before).substr(start);
     size_t end = tag.find_first_of(u" \t>");
     if (tag.find_first_not_of(u" \t", end) != tag.size() - 1) return;
-    TakeSlash(view, tag);
-    TakeClosingTag(view, tag.substr(0, end));
+    if (!TakeSlash(view, tag.substr(2, end - 2))) TakeClosingTag(view, tag.substr(0, end));
 }
 
 // With a tag go those of the elements that it ends as well: "</ul>" ends an open "li".
@@ -114,20 +128,32 @@ void TOwnText::TakeClosingTag(INibEditView& view, std::u16string_view name) {
     FAhead.erase(FAhead.begin(), found + 1);
 }
 
-// "<br />" that is followed by "</br>" was meant as "<br>".
-void TOwnText::TakeSlash(INibEditView& view, std::u16string_view tag) {
-    int32_t slash = std::exchange(FSlash, 0), length = CountCharacters(tag);
-    if (slash == 0 || CaretOffsetOf(view) != FSlashEnd + static_cast<int32_t>(ToUtf8(tag).size())) return;
-    auto position = PositionOf(view);
-    position->MoveBy(0, -length - 1);
-    position->DeleteBack(slash);
-    position->MoveBy(0, length + 1);
+// "<link />" with a "</link>" later on was meant as "<link>".
+bool TOwnText::TakeSlash(INibEditView& view, std::u16string_view name) {
+    auto found =
+        std::find_if(FSlashes.rbegin(), FSlashes.rend(), [&](auto& slash) { return slash.Name == name; });
+    if (found == FSlashes.rend()) return false;
+    TSlash slash = *found;
+    FSlashes.erase(std::next(found).base());
+    int32_t caret = CaretOffsetOf(view);
+    MoveCaretTo(view, slash.End);
+    bool isThere = ReadBeside(view, -2) == u"/>";
+    if (isThere) {
+        auto position = PositionOf(view);
+        position->MoveBy(0, -1);
+        position->DeleteBack(slash.Size);
+        caret -= slash.Size;
+        for (TSlash& other : FSlashes)
+            if (other.End > slash.End) other.End -= slash.Size;
+    }
+    MoveCaretTo(view, caret);
+    return isThere;
 }
 
 void TOwnText::Forget() {
     FAhead.clear();
     FBehind = 0;
-    FSlash = 0;
+    FSlashes.clear();
 }
 
 }  // namespace caretwell

@@ -40,13 +40,20 @@ public:
     bool HasClosingTag() const { return !FAhead.empty() && FAhead.front().size() > 1; }
 
 private:
+    void NoteSlash(INibEditView& view, int32_t end, int32_t size);
     void TakeClosingTag(INibEditView& view, std::u16string_view name);
-    void TakeSlash(INibEditView& view, std::u16string_view name);
+    bool TakeSlash(INibEditView& view, std::u16string_view name);
 
     std::vector<std::u16string> FAhead;  // from the caret on, the innermost first
     char16_t FBehind = 0;                // directly before the caret
-    int32_t FSlash = 0;                  // characters of it, directly before the ">" at FSlashEnd
-    int32_t FSlashEnd = 0;               // byte offset behind that ">"
+    // Slashes before the caret, in text that was typed without a pause since. What is typed
+    // later may show that the element was not meant to be empty.
+    struct TSlash {
+        std::u16string Name;  // of the element
+        int32_t End = 0;      // byte offset after the ">" that follows
+        int32_t Size = 0;     // of the slash with its blank
+    };
+    std::vector<TSlash> FSlashes;
 };
 
 }  // namespace caretwell

@@ -176,23 +176,6 @@ TEST(EditView, Writer) {
     EXPECT_FALSE(view->Buffer()->CreateWriter());
 }
 
-TEST(EditView, ReadersOfAnEndedLine) {
-    const struct {
-        const char *FText, *FSeen;
-    } cases[] = {{"", "\n"}, {"a", "a\n"}, {"a\n", "a\n"}, {"a\r", "a\r"}};
-    for (const auto& c : cases) {
-        auto buffer = MakeRef<TEditBuffer>(c.FText, "a.html");
-        buffer->SetEndsLastLine(true);
-        std::string seen;
-        char byte;
-        while (buffer->CreateReader()->Read(static_cast<int32_t>(seen.size()), &byte, 1) == 1) seen += byte;
-        EXPECT_EQ(seen, c.FSeen);
-        char bytes[8];
-        EXPECT_EQ(buffer->CreateReader()->Read(0, bytes, 8), static_cast<int32_t>(seen.size()));
-        EXPECT_EQ(buffer->Text().Text(), c.FText);
-    }
-}
-
 TEST(EditView, SourceEditor) {
     auto buffer = MakeRef<TEditBuffer>("text", "a.html");
     auto editor = MakeRef<TSourceEditor>(buffer);

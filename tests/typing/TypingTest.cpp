@@ -148,7 +148,7 @@ TEST(Typing, ByHand) {
         {"<script>^</script>\n", "if (a < b && c > d) e('</p>');"},
         {"<p><!-- ^ --></p>\n", "<b class=\"x\"> a > b"},
         {"<p>^</p>\n", "</q></i >", true},
-        {"<p>^</p>\n", "<br /><b></b>", true},
+        {"<p>^</p>\n", "<br></br><br /><b></b><img src=\"x\">\n<b>y</b> <br /></img>", true},
     };
     THostOptions options;
     options.SchemaFolder = CARETWELL_SOURCE_DIR "/schemas";
