@@ -89,7 +89,7 @@ TEST(FreshProcess, OneDocumentAfterTheOther) {
         {"a.html", "<table><blink>^", "</table> </blink> tbody tr"},
         {"a.html", "<ul>^", "</ul> li"},
         {"a.html", "<div>t</div>^", "a b body br div form head html img p script span style table title ul"},
-        {"a.html", "<p ^><b", "align class"},
+        {"a.html", "<p ^ <b>", "align class"},
         {"a.html", "<p><a target=\"_s^", "_self"},
         {"a.html", "<p>&ag^", "agrave"},
         {"a.html", "<p>&am^p", "amp"},
