@@ -246,6 +246,10 @@ TEST(Manager, ContextTag) {
     host.Manager().SetContextTag(MLSymbolManager().GetTagFromHashList(u"ul"));
     EXPECT_EQ(host.Offer(), "li");
     EXPECT_FALSE(host.Manager().GetContextTag()) << "it holds for one list";
+    host.OpenText("<x>^ ");
+    host.Manager().SetContextTag(MLSymbolManager().GetTagFromHashList(u"ul"));
+    EXPECT_EQ(host.Offer(), "</x> li");
+    host.OpenText("^ ");
     EXPECT_EQ(host.Offer(), "html");
 }
 
@@ -319,7 +323,7 @@ TEST(Manager, MissingSchemas) {
             expect.replace(at, 1, CARETWELL_SOURCE_DIR "/tests/data/schemas/");
         EXPECT_EQ(seen, expect);
         // Without it a file of that kind is a page like any other.
-        EXPECT_TRUE(mapper->RegisterSchema(".gone", ""));
+        EXPECT_TRUE(mapper->RegisterSchema(".Gone", ""));
         EXPECT_FALSE(mapper->RegisterSchema(".gone", ""));
         EXPECT_FALSE(mapper->HasSchema("a.gone"));
     }

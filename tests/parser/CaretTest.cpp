@@ -146,6 +146,7 @@ TEST(Caret, OpenTags) {
         {"<p>^<span/><a href=x/>t</a>", "p1 | </p>1"},
         {"<![CDATA[<table>]]><p>^", "p1 | </p>1"},
         {"<X></x>^", "|"},
+        {"<p>^<a href=x />t", "p1 | </p>1"},
         {"a\r\nb\rc\n\rd<p>^", "p4 | </p>4"},  // four kinds of line break
         {"<p ^><br/><span/>", "p1 | </p>1"},   // what ends itself behind the caret's tag
     };
@@ -162,7 +163,7 @@ std::string Times(int count, std::string_view text) {
 TEST(Caret, ManyOpenTags) {
     for (int count : {10, 100}) {
         std::string open = Times(count, "b1 ");
-        EXPECT_EQ(Open("<div><x><p><ul>" + Times(count, "<b>") + "</div>^"),
+        EXPECT_EQ(Open("<a></a><div><x><p><ul>" + Times(count, "<b>") + "</div>^"),
                   open + "ul1 |" + Times(count, " </b>1") + " </ul>1")
             << count;
         EXPECT_EQ(Open("<x>" + Times(count, "<li>") + "<y></x>^"), "|");
@@ -178,6 +179,7 @@ TEST(Caret, WrittenAttributes) {
         {"<p class=a align='le^", "class=a@3-10 align=@11-19 "},
         {"<p class=a align=le^", "class=a@3-10 align=@11-18 "},
         {"<input checked ^>", "checked=true@7-15 "},
+        {"<p><!DOCTYPE class^>", ""},
         {"<a 'x' href=y^ <p>", "href=y@7-13 "},
         // A tag that nobody has ended yet: the next one begins, and what is between is text.
         {"<div ^\n<p class=x>t</p></div>", ""},
@@ -195,16 +197,42 @@ TEST(Caret, WrittenAttributes) {
     }
 }
 
+// Where open tags begin and end, the regions that are open at the end and where the innermost
+// began, and the empty elements that XML wants closed.
+TEST(Caret, Places) {
+    const TCase cases[] = {
+        {"<div class=<p>^", "p@11-13 div@0-10 | 0 -1 |"},
+        {"<div class=a b='x'>t<p >^", "p@20-23 div@0-18 | 0 -1 |"},
+        {"<script>a</script><style>b</style><textarea>c</textarea>^", "| 0 -1 |"},
+        {"<p><script>a^", "script@3-10 p@0-2 | 03 11 |"},
+        {"<!-- a ^", "| 01 4 |"},
+        {"<? a ^", "| 04 2 |"},
+        {"<p>^<% a", "p@0-2 | 05 5 |"},
+        {"<%-- a ^", "| 07 4 |"},
+        {"<a href='^", "a@0-3 | 068 8 |"},
+        {"<p ^", "p@0-3 | 08 1 |"},
+        {"<?xml version='1.0'?><br></br><img><br/>^", "img@30-34 | 0 -1 | 34"},
+    };
+    for (const auto& c : cases) {
+        TParseState state = Parsed(c.FText);
+        std::ostringstream seen;
+        for (const auto& tag : state.AtCaret) seen << tag.Name << '@' << tag.Start << '-' << tag.End << ' ';
+        seen << "| ";
+        for (size_t i = 0; i < state.Regions.size(); ++i)
+            if (state.Regions[i] == '1') seen << i;
+        seen << ' ' << state.RegionStart << " |";
+        for (int32_t offset : state.AutoClose) seen << ' ' << offset;
+        EXPECT_EQ(seen.str(), c.FExpect) << c.FText;
+    }
+}
+
 // Of a directive the schema knows "%>" is the end, of another the script's.
 TEST(Caret, ServerDirectives) {
     const TCase cases[] = {
-        {"<%@ Page ^", "attributes @ page"},
-        {"<%@ Page Language='^", "value Language@20 of @ page"},
-        {"<%@ Page a %^>", "attributes @ page"},
-        {"<%@ Page Language='C#' %>^", "text -"},
-        {"<%@ Page %><p>^", "text p"},
-        {"<p><%@ Page x=5% %>^", "text p"},
-        {"<%@ No x > %>^", "text -"},
+        {"<%@ Page ^", "attributes @ page"},      {"<%@ Page Language='^", "value Language@20 of @ page"},
+        {"<%@ Page a %^>", "attributes @ page"},  {"<%@ Page % ^x %>", "attributes @ page"},
+        {"<%@ Page Language='C#' %>^", "text -"}, {"<%@ Page %><p>^", "text p"},
+        {"<p><%@ Page x=5% %>^", "text p"},       {"<%@ No x > %>^", "text -"},
     };
     for (const auto& c : cases) EXPECT_EQ(Where(c.FText, "page.aspx"), c.FExpect) << c.FText;
 }
@@ -226,6 +254,7 @@ TEST(Caret, AcrossBlocks) {
                                                             std::to_string(lines.size() + 2))
             << shift;
     }
+    EXPECT_EQ(Where("<a href" + std::string(20000, ' ') + "= '^'>"), "value href@20011 of a");
     std::string value(40000, 'v');
     EXPECT_EQ(Where("<a title='" + value + "' href='^'>"),
               "value href@" + std::to_string(std::min<size_t>(40019, 32767)) + " of a");

@@ -50,6 +50,7 @@ TEST(Observers, AreToldWhatLiesBeforeTheCaret) {
          "attribute(html)10-15 attribute(SYSTEM)15-22 attribute(\"loose.dtd\")23-32 doctype(doctype)0-34 "
          "text()34-34 "},
         {"<p>^<b>x</b>", "open(p)0-3 "},
+        {"<a href='x^", ""},
         {"<div <%= a %> class='x'>t^", "script(= a )5-13 attribute(class)14-23 open(div)0-24 text(t)24-25 "},
         {"<![CDATA[<b>]]><p>^", "open(p)15-18 text()18-18 "},
         {"<%@ no x %>></!DOCTYPE>^",

@@ -92,6 +92,8 @@ TEST(Typing, Attributes) {
         {"<p><a target=_bl^>x", "{Ctrl+Space}{Backspace}{Backspace}s{Enter}", "<p><a target=\"_self\"^>x"},
         {"<p><a target=_t^", "{Ctrl+Space}{Enter}", "<p><a target=\"_top\"^"},
         {"<p><a target=\xFF^>x", "{Ctrl+Space}{Down}{Enter}", "<p><a target=\"_parent\"^>x"},
+        {"<p><a target=_t^op>x", "{Ctrl+Space}{Enter}", "<p><a target=\"_top\"^>x"},
+        {"<p><a target=^title=\"x\">", "{Ctrl+Space}{Enter}", "<p><a target=\"_blank\"^ title=\"x\">"},
         {"<p><a target=_t^/>x", "{Ctrl+Space}{Enter}", "<p><a target=\"_top\"^/>x"},
         {"<p><a target=x target=_t^>", "{Ctrl+Space}{Enter}", "<p><a target=x target=\"_top\"^>"},
         {"<p><a target=_t^> <!-- x", "{Ctrl+Space}{Enter}", "<p><a target=\"_top\"^> <!-- x"},
