@@ -61,8 +61,11 @@ TEST_P(TCompose, IsWhatDoneWrites) {
                 bool closes = false, accepts = false, displayParams = false;
                 host.Manager().OnEditorKey(key, closes, accepts);
                 host.Manager().Done(true, displayParams);
+                if (edit.EditorId.empty()) {
+                    ASSERT_EQ(text.Text(), isWriting ? WithEdit(before, edit) : before)
+                        << "caret " << start << " in " << before;
+                }
                 if (isWriting && edit.EditorId.empty()) {
-                    ASSERT_EQ(text.Text(), WithEdit(before, edit)) << "caret " << start << " in " << before;
                     ASSERT_EQ(host.Document().View().CaretOffset(), edit.Caret)
                         << "caret " << start << " in " << before;
                     ASSERT_NE(host.Manager().GetKeyUse(), TNibKeyUse::Unused);

@@ -109,6 +109,7 @@ TEST(FreshProcess, OneDocumentAfterTheOther) {
         {"a.resx", "<root><^ ", "data"},
         {"a.resx", "<root><data ^", "name"},
         {"a.wml", "<wml><card><^ ", "p"},
+        {"a.wml", "<wml><card><p>&am^", ""},
         {"a.wml", "<wml><card><p mode='^'>", "nowrap wrap"},
     };
     std::vector<std::string> fresh, wrong;

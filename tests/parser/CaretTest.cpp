@@ -146,6 +146,7 @@ TEST(Caret, OpenTags) {
         {"<p>^<span/><a href=x/>t</a>", "p1 | </p>1"},
         {"<![CDATA[<table>]]><p>^", "p1 | </p>1"},
         {"<X></x>^", "|"},
+        {"<p>a/>b^", "p1 | </p>1"},
         {"<p>^<a href=x />t", "p1 | </p>1"},
         {"a\r\nb\rc\n\rd<p>^", "p4 | </p>4"},  // four kinds of line break
         {"<p ^><br/><span/>", "p1 | </p>1"},   // what ends itself behind the caret's tag
@@ -201,7 +202,7 @@ TEST(Caret, WrittenAttributes) {
 // began, and the empty elements that XML wants closed.
 TEST(Caret, Places) {
     const TCase cases[] = {
-        {"<div class=<p>^", "p@11-13 div@0-10 | 0 -1 |"},
+        {"<div class=<p>^", "p@11-13 div@0-11 | 08 1 |"},
         {"<div class=a b='x'>t<p >^", "p@20-23 div@0-18 | 0 -1 |"},
         {"<script>a</script><style>b</style><textarea>c</textarea>^", "| 0 -1 |"},
         {"<p><script>a^", "script@3-10 p@0-2 | 03 11 |"},
