@@ -16,10 +16,10 @@
 #include <fstream>
 #include <map>
 
+#include "Balance.h"
 #include "cli/Engine.h"
 #include "cli/Failure.h"
 #include "markup/Text.h"
-#include "Balance.h"
 
 using namespace caretwell;
 using namespace caretwell::test;

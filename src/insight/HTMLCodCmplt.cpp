@@ -124,7 +124,7 @@ bool TMLKibitzManager::FindSymIndex(std::u16string_view ident, int32_t& index) {
             index = GetParser().FCurrentAttribute->FindSymbol(ident);
             return index != -1;
         }
-        if (auto owner = FSymbols.GetListOwner()) index = owner->FindSymbol(ident);
+        if (auto owner = FSymbols.GetListOwner()) index = owner->FindSymbol(AsListed(ident));
         if (index != -1) return true;
         if (GetCount() == 0) index = 0;
         return false;
@@ -138,8 +138,14 @@ void TMLKibitzManager::SetFilter(std::u16string_view text) {
         auto owner = FSymbols.GetListOwner();
         if (!owner) return;
         if (kind == TListKind::Values) GetParser().FCurrentAttribute->SetFilter(text);
-        else owner->SetFilter(text);
+        else owner->SetFilter(AsListed(text));
     });
+}
+
+/// A word of the document as the list of elements spells it: directives have a mark in front.
+std::u16string TMLKibitzManager::AsListed(std::u16string_view word) const {
+    std::u16string listed = GetParser().FInDirective ? u"@ " : u"";
+    return listed.append(word);
 }
 
 /// What SetFilter wrote.

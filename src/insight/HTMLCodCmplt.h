@@ -114,6 +114,7 @@ public:
                   bool& defaultDraw) override;
 
 private:
+    std::u16string AsListed(std::u16string_view word) const;
     bool IsRetired() const override { return FSymbols.IsRetired(); }
     void Report(const std::exception& problem) const override;
     TMLParser& GetParser() const { return FSymbols.GetParser(); }

@@ -161,6 +161,9 @@ TEdit TMLKibitzManager::ComposeElement(const TChoice& choice) {
         return ComposeAtCaret(*choice.View, choice.Selected, {run, {}});
     auto tag = FSymbols.GetTagFromHashList(choice.Selected);
     if (!tag) return {};
+    if (GetParser().FInDirective)
+        return ReplaceToken(*choice.View, choice.Selected.substr(AsListed({}).size()),
+                            TakeAfter(*choice.View, tokenchars::Token));
     bool isClosing = IsClosingForm(run);
     bool needsPercent = choice.Selected.starts_with(u'@') && (run.size() < 2 || run[1] != u'%');
     std::u16string text(run.empty() ? OpeningText(choice.Selected) : needsPercent ? u"%" : u"");

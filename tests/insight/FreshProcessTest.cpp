@@ -104,6 +104,7 @@ TEST(FreshProcess, OneDocumentAfterTheOther) {
          "</xsl:stylesheet> </xsl:template> </ul> li xsl:if xsl:text"},
         {"a.xsl", "<xsl:stylesheet><^ ", "xsl:template"},
         {"a.aspx", "<%@ Page ^", "Language"},
+        {"a.aspx", "<body><%@ P^ %>", "@ page"},
         {"a.aspx", "<body><asp:button t^", "Text"},
         {"a.ascx", "<^ ", "a asp:button b br div form img p span table ul"},
         {"a.resx", "<root><^ ", "data"},

@@ -111,7 +111,7 @@ const TCase Cases[] = {
     {"^", "<d{E}", "<div^", "", Values},
     {"^", ":d{D};", ":dl;^", "", Style},
     {"^", ":d{D} ", ":dl; ^", "", Style},  // and another value
-    {"^", ":d{E};", ":div;^", "", Style},                      // typed over
+    {"^", ":d{E};", ":div;^", "", Style},  // typed over
     {"^", ":d{E}x;", ":div;x;^", "", Style},
     {"^", "<{T}", "<body^", ""},
     {"^", "{S}{E}", "body^", ""},
