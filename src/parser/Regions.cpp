@@ -100,10 +100,11 @@ bool TMLParser::SkipRegionString(const TRegionRule& rule) {
         ++FPosition;
         return true;
     }
+    bool isAfterLetter = FPosition > FWindow.GetStart() && IsLetter(FPosition[-1]);
     NeedAhead(TDocumentWindow::MaxKept);
     const char* end = FWindow.GetEnd();
     const char* p = ++FPosition;
-    bool isBetweenLetters = quote == '\'' && IsLetter(p[-2]) && p < end && IsLetter(*p);
+    bool isBetweenLetters = quote == '\'' && isAfterLetter && p < end && IsLetter(*p);
     if (isBetweenLetters) return true;
     while (p < end && *p != quote && !IsLineBreak(*p)) ++p;
     if (p < end && *p == quote) FPosition = p + 1;
