@@ -38,7 +38,7 @@ struct THostOptions {
     TDialogAnswers::TAsk Ask{};                                   ///< for a dialog without an answer
     std::function<void(std::string_view line)> Warn{};            ///< what the host itself has to say
     std::function<void(const TMessage&)> Echo{};                  ///< each message of the engine as it comes
-    TEditorLens Lens{};         ///< between every document and the engine
+    TEditorLens Lens{};                                           ///< between every document and the engine
 };
 
 /// A file that is open, with its view and the driver of its keys.
