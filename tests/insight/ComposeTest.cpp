@@ -135,6 +135,7 @@ TEST(Choice, OfNames) {
 TEST(Choice, OfValues) {
     constexpr TChoiceCase cases[] = {
         {"<p align=^>\n", "left", ' ', "<p align=\"left\" ^>\n written"},
+        {"<p align=^center>\n", "left", 13, "<p align=\"left\"^>\n"},
         {"<p align=\"left^\">\n", "left", 13, "<p align=\"left\"^>\n"},
         // An open quote before other attributes; one that stands after the caret.
         {"<p align=\"l^ class=\"y\">x\n", "left", 13, "<p align=\"left\"^ class=\"y\">x\n"},

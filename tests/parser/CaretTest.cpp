@@ -101,6 +101,7 @@ TEST(Caret, Regions) {
         {"<?php // don't ?><p>^", "text p"},
         {"<?php echo '?> <b>' ?><p>^", "text p"},
         {"<!DOCTYPE a [ <!ENTITY b \"<p>\"> <!-- ' ] --> ]><p>^", "text p"},
+        {"<!DOCTYPE a [ <!--> a-b ' ]> --> ]><p>^", "text p"},
         {"<!DOCTYPE ^", "text - doctype"},
         {"<!DOC^", "text - doctype"},
         {"<!ELEMENT a><p>^", "text p"},
@@ -147,6 +148,7 @@ TEST(Caret, OpenTags) {
         {"<![CDATA[<table>]]><p>^", "p1 | </p>1"},
         {"<X></x>^", "|"},
         {"<p>a/>b^", "p1 | </p>1"},
+        {"<p><!DOCTYPE p/>^", "p1 | </p>1"},
         {"<p>^<a href=x />t", "p1 | </p>1"},
         {"a\r\nb\rc\n\rd<p>^", "p4 | </p>4"},  // four kinds of line break
         {"<p ^><br/><span/>", "p1 | </p>1"},   // what ends itself behind the caret's tag

@@ -17,7 +17,12 @@ public:
         std::string name;
         if (auto tag = QueryAs<INibMLTag>(element)) name = ToUtf8(tag->GetName());
         if (auto attribute = QueryAs<INibMLTagAttribute>(element)) name = ToUtf8(attribute->GetName());
-        if (auto node = QueryAs<INibMLTextNode>(element)) name = ToUtf8(node->GetText());
+        if (auto node = QueryAs<INibMLTextNode>(element)) {
+            name = ToUtf8(node->GetText());
+            EXPECT_EQ(node->GetOffsetStart(), start);
+            EXPECT_EQ(Supports<INibMLServerScript>(node),
+                      type == ttServerScript || type == ttProcessingInstruction);
+        }
         FSeen += std::string(TypeNames[type]) + "(" + name + ")" + std::to_string(start - FFrom) + "-" +
                  std::to_string(end - FFrom) + " ";
         stop = !FStopAt.empty() && name == FStopAt;
