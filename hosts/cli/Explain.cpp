@@ -60,8 +60,7 @@ TJson DescribeClosingTags(TMLSymbolManager& symbols) {
 
 TJson DescribeAutoClose(const TMLParser& parser, const TTextBuffer& text) {
     TJson rows = TJson::array();
-    for (const TAutoClosePosition& place : parser.GetAutoClosePositions())
-        rows.push_back(JsonOf(LinePlaceAt(text, place.Offset)));
+    for (int32_t place : parser.GetAutoClosePositions()) rows.push_back(JsonOf(LinePlaceAt(text, place)));
     return rows;
 }
 

@@ -65,15 +65,12 @@ std::vector<TNibEdit> TMLKibitzManager::AidsAt(INibEditView& view) const {
 std::vector<TNibEdit> TMLKibitzManager::AidsInText(INibEditView& view) const {
     std::vector<TNibEdit> edits;
     int32_t caret = CaretOffsetOf(view), moved = caret;
-    for (const TAutoClosePosition& place : GetParser().GetAutoClosePositions()) {
-        if (place.Offset != caret - 1) continue;  // what stands elsewhere was written by somebody
-        std::string before = ReadBytes(view, place.Offset - 1, place.Offset);
+    for (int32_t place : GetParser().GetAutoClosePositions()) {
+        if (place != caret - 1) continue;  // what stands elsewhere was written by somebody
+        std::string before = ReadBytes(view, place - 1, place);
         bool needsBlank = !before.empty() && !IsBlank(before[0]);
-        edits.push_back({.Start = place.Offset,
-                         .End = place.Offset,
-                         .Text = needsBlank ? u" /" : u"/",
-                         .Caret = 0,
-                         .EditorId = {}});
+        edits.push_back(
+            {.Start = place, .End = place, .Text = needsBlank ? u" /" : u"/", .Caret = 0, .EditorId = {}});
         moved += 1 + needsBlank;
     }
     if (auto closing = FInvokeKey == '>' ? ComposeClosingTag(caret) : std::nullopt)

@@ -15,12 +15,6 @@
 
 namespace caretwell {
 
-/// Place of the ">" of an empty element that must be written in the closed form.
-struct TAutoClosePosition {
-    TNibEditPos Position;  ///< read as a TNibCharPos: line, and index in bytes
-    int32_t Offset = 0;    ///< the exact place
-};
-
 struct TCaretState {
     // ---- The tag at the caret, or the innermost open one.
 
@@ -66,7 +60,9 @@ struct TCaretState {
     TDocumentNamespaces FNamespaces;             ///< that a free XML document binds
     /// Column in bytes from 0 of the last tag start or attribute end of the scan, -1 if none.
     int32_t FCurrentCol = -1;
-    std::vector<TAutoClosePosition> FAutoClosePositions;  ///< the last place of the document at the back
+    /// Byte offsets of the ">" of empty elements that must be written in the closed form, the last
+    /// one of the document at the back.
+    std::vector<int32_t> FAutoClosePositions;
 };
 
 }  // namespace caretwell

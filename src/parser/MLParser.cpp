@@ -19,7 +19,6 @@ void TMLParser::Forget() {
     FCurrentTagAttrs = nullptr;
     FLines = TLineCounter();
     FLinesAt = nullptr;
-    FResolvedPositions = 0;
 }
 
 void TMLParser::Scan(IMLBufferProducer& producer, TNibEditPos caret, TRef<INibMLTag> startTag) {
@@ -135,16 +134,12 @@ void TMLParser::ResolveLines(const char* upTo) {
     struct TPoint {
         int32_t Offset;
         PTagEntry Entry = nullptr;
-        TAutoClosePosition* AutoClose = nullptr;
         int32_t* LineStart = nullptr;
     };
     std::vector<TPoint> points;
     for (auto stack : {TTagStacks::tsOpen, TTagStacks::tsDocument})
         for (PTagEntry entry = FStacks.GetTop(stack); entry && !entry->Line; entry = entry->Next)
             points.push_back({.Offset = entry->NameOffset, .Entry = entry});
-    for (size_t i = FResolvedPositions; i < FAutoClosePositions.size(); ++i)
-        points.push_back({.Offset = FAutoClosePositions[i].Offset, .AutoClose = &FAutoClosePositions[i]});
-    FResolvedPositions = FAutoClosePositions.size();
     int32_t columnStart = -1;
     if (FScan.ColumnOffset >= 0) points.push_back({.Offset = FScan.ColumnOffset, .LineStart = &columnStart});
     if (FValueOffset >= 0 && FScan.ValueLineStart < 0)
@@ -162,10 +157,6 @@ void TMLParser::ResolveLines(const char* upTo) {
         advance(FWindow.GetStart() + (point.Offset - FWindow.OffsetOf(FWindow.GetStart())));
         if (point.Entry) point.Entry->Line = FLines.GetLine();
         if (point.LineStart) *point.LineStart = FLines.GetLineStart();
-        if (point.AutoClose) {
-            int32_t column = point.Offset - FLines.GetLineStart();
-            point.AutoClose->Position = {static_cast<int16_t>(std::min(column, 32767)), FLines.GetLine()};
-        }
     }
     advance(upTo);
     FLinesAt = at;

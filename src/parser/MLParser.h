@@ -99,7 +99,7 @@ public:
     int32_t GetCurrentTagAttrOffsetEnd(std::u16string_view name) const;
     int32_t GetCurrentTagAttrValueOffsetStart(std::u16string_view name) const;
 
-    const std::vector<TAutoClosePosition>& GetAutoClosePositions() const { return FAutoClosePositions; }
+    const std::vector<int32_t>& GetAutoClosePositions() const { return FAutoClosePositions; }
     void ClearAutoCloseTagPosStack() { FAutoClosePositions.clear(); }
 
 private:
@@ -224,7 +224,6 @@ private:
     const char* FPosition = nullptr;
     TLineCounter FLines;
     const char* FLinesAt = nullptr;  // how far lines are counted
-    size_t FResolvedPositions = 0;   // of FAutoClosePositions
 
     std::string FValue;  // of the attribute being read; kept for its memory alone
 };

@@ -48,19 +48,15 @@ void TMLParser::PopTag(TTagBucket* closing, std::string_view name, bool beforeCa
 
 // Called after the ">"; the place that is kept is the ">" itself.
 void TMLParser::PushAutoCloseTagPos() {
-    FAutoClosePositions.push_back({.Position = {}, .Offset = Offset() - 1});
+    FAutoClosePositions.push_back(Offset() - 1);
     PTagEntry top = GetTagStack();
     if (top && top->Twin) top->Twin->AutoClose = Offset() - 1;
 }
 
 // Its own closing tag follows: the element is written out.
 void TMLParser::DropAutoCloseTagPos(int32_t offset) {
-    auto place = std::find_if(FAutoClosePositions.rbegin(), FAutoClosePositions.rend(),
-                              [offset](const TAutoClosePosition& entry) { return entry.Offset == offset; });
-    if (place == FAutoClosePositions.rend()) return;
-    auto index = static_cast<size_t>(std::next(place).base() - FAutoClosePositions.begin());
-    if (index < FResolvedPositions) --FResolvedPositions;
-    FAutoClosePositions.erase(std::next(place).base());
+    auto place = std::find(FAutoClosePositions.rbegin(), FAutoClosePositions.rend(), offset);
+    if (place != FAutoClosePositions.rend()) FAutoClosePositions.erase(std::next(place).base());
 }
 
 void TMLParser::SetTagOffsetStart(INibMLTag* tag, int32_t offset, bool isClosing, bool beforeCaret) {

@@ -134,6 +134,8 @@ private:
         const char* End;
     };
     /// The saved state of an including file.
+    // The line feed of a CR LF and a zero byte may come after a block.
+    using TBlock = std::array<char, BlockSize + 2>;
     struct TBufferEntry {
         int32_t FLine = 0;
         std::string FFileName;
@@ -141,7 +143,7 @@ private:
         std::unique_ptr<std::istream> FOwnStream;
         const char* FPosition = nullptr;
         int32_t FBufferLength = 0;
-        std::array<char, BlockSize> FBuffer;
+        TBlock FBuffer;
         // A file may be included from within an expansion, and expand entities itself.
         bool FInEntity = false;
         std::string FExpansionRest;
@@ -195,7 +197,7 @@ private:
     const char* FPosition = nullptr;
     const char* FTokenStart = nullptr;
     int32_t FBufferLength = 0;
-    std::array<char, BlockSize + 1> FBuffer{};
+    TBlock FBuffer{};
     std::vector<std::unique_ptr<TBufferEntry>> FIncludes;
 
     // The text of an expansion stands at the end of its buffer, so that a nested

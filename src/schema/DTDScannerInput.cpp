@@ -61,7 +61,7 @@ void TDTDScanner::GiveBackCutLine() {
     if (end == 0) throw EDTDParserError("Line too long");
     // CR LF must not be counted once in each of two blocks.
     if (end == BlockSize && FBuffer[BlockSize - 1] == '\r' && FStream->rdbuf()->sgetc() == '\n')
-        if (int32_t before = FindLastBreak(end - 1)) end = before;
+        FBuffer[static_cast<size_t>(FBufferLength++)] = static_cast<char>(FStream->rdbuf()->sbumpc());
     if (end == BlockSize) return;
     auto moved = FStream->rdbuf()->pubseekoff(end - BlockSize, std::ios::cur, std::ios::in);
     if (moved == std::streampos(-1)) throw EDTDParserError("Stream cannot be moved back");
@@ -129,7 +129,7 @@ void TDTDScanner::PushBlock() {
     entry->FOwnStream = std::move(FOwnStream);
     entry->FPosition = FPosition;
     entry->FBufferLength = FBufferLength;
-    std::memcpy(entry->FBuffer.data(), FBuffer.data(), BlockSize);
+    entry->FBuffer = FBuffer;
     entry->FInEntity = FInEntity;
     if (FInEntity) entry->FExpansionRest.assign(FPosition, EntityEnd());
     entry->FSavedPosition = FSavedPosition;
@@ -149,7 +149,7 @@ void TDTDScanner::PopBlock() {
     FOwnStream = std::move(entry.FOwnStream);
     FPosition = entry.FPosition;
     FBufferLength = entry.FBufferLength;
-    std::memcpy(FBuffer.data(), entry.FBuffer.data(), BlockSize);
+    FBuffer = entry.FBuffer;
     FBuffer[static_cast<size_t>(FBufferLength)] = 0;
     FInEntity = entry.FInEntity;
     if (FInEntity) PutExpansion(entry.FExpansionRest, 0);

@@ -90,7 +90,7 @@ inline TParseState StateOf(TTestHost& host) {
         auto tag = manager.GetCloseTags(i);
         state.Closing.push_back({NameOf(tag), QueryAs<INibMLClosingTag>(tag)->GetLineNumber()});
     }
-    for (const auto& place : parser.GetAutoClosePositions()) state.AutoClose.push_back(place.Offset);
+    for (int32_t place : parser.GetAutoClosePositions()) state.AutoClose.push_back(place);
     return state;
 }
 
