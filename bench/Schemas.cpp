@@ -71,7 +71,7 @@ public:
         reader.LoadFromFile(file.Path);
         reader.Resolve();
     }
-    bool IsEmpty() { return FTable.FPropertyCount == 0; }
+    bool IsEmpty() { return FTable.FProperties.Count() == 0; }
 
 private:
     TCSSSymbolTable FTable{nullptr};

@@ -40,8 +40,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         Require(error.GetLine() >= 1 && *error.what());
         reader.Resolve();
     }
-    Require(table.FEditorCount == 8);
+    Require(table.FEditors.Count() == 8);
     table.AlphaSort();
-    for (int32_t i = 0; i < table.FPropertyCount; ++i) CheckProperty(table, *table.GetProp(i));
+    for (int32_t i = 0; i < table.FProperties.Count(); ++i) CheckProperty(table, *table.GetProp(i));
     return 0;
 }

@@ -81,7 +81,8 @@ public:
     virtual bool IsMainThread() = 0;
     virtual bool
     IsCtrlDown() = 0;  ///< at this moment; closing tags of the list then lead to their opening tags
-    /// Absolute path of the host's executable.
+    /// Absolute path of the host's executable, empty if it has none. The engine itself does not ask:
+    /// the machine's platform finds its schema folder by it.
     virtual std::string ExecutablePath() = 0;
     /// The schema folder with its trailing separator.
     virtual std::string SchemaFolder() = 0;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "host/EngineCall.h"
+#include "host/Messages.h"
 #include "insight/HTMLCodCmplt.h"
 #include "stylesheet/CSSCodCmplt.h"
 #include "symbols/MLParserUnit.h"
@@ -16,6 +17,7 @@ constexpr int32_t NotRegistered = -1;
 int32_t FMarkupIndex = NotRegistered;
 int32_t FStyleIndex = NotRegistered;
 bool IsLoaded = false;
+bool IsRegistered = false;  // has been tried, whatever the registry answered
 
 // ---- what the units do at start and end
 
@@ -29,6 +31,7 @@ void Quietly(TAction action) noexcept {
 }
 
 void EndHTMReg() {
+    IsRegistered = false;
     for (int32_t* index : {&FMarkupIndex, &FStyleIndex}) {
         int32_t given = std::exchange(*index, NotRegistered);
         auto* registry = GlobalKibitzManager();
@@ -44,10 +47,8 @@ void Register(int32_t& index, TRef<INibCodeInsightManager> manager) {
 bool RefuseInsideCall(std::string_view entry) {
     if (!TEngineCall::IsUnderWay()) return false;
     Quietly([entry] {
-        auto messages = GetService<INibMessageServices>();
         std::string text(entry);
-        text += " was called from inside a call of the engine and did nothing";
-        if (messages) messages->AddMessage({}, text, "Failure", 0, 0);
+        ShowMessage({}, text += " was called from inside a call of the engine and did nothing", "Failure");
     });
     return true;
 }
@@ -77,7 +78,7 @@ void Initialize() {
 
 void IDERegister() {
     TEngineCall call;
-    if (!call.IsAllowed() || !IsLoaded || FMarkupIndex != NotRegistered) return;
+    if (!call.IsAllowed() || !IsLoaded || std::exchange(IsRegistered, true)) return;
     Quietly([] { Register(FMarkupIndex, MarkupLanguageManager()); });
     Quietly([] { Register(FStyleIndex, CSSLanguageManager()); });
 }

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "host/Messages.h"
 #include "host/Platform.h"
 #include "host/ValueScope.h"
 #include "host/ViewHandles.h"
@@ -16,13 +17,6 @@ constexpr char16_t Tab = 9, Return = 13, Escape = 27;
 
 // The host's syntax classes at the caret in which a typed character opens no list.
 constexpr int32_t ElementComment = 1, ElementString = 5;
-
-void ReportSchemaError(const std::string& fileName, std::string_view text, int32_t line) {
-    auto messages = GetService<INibMessageServices>();
-    if (!messages) return;
-    messages->ShowMessageView();
-    messages->AddMessage(fileName, text, "Error", line, 1);
-}
 
 TRef<TCSSKibitzManager>& Manager() {
     static TRef<TCSSKibitzManager> manager;
@@ -64,7 +58,7 @@ void TCSSKibitzManager::LoadSchema() {
         try {
             reader.LoadFromFile(fileName);
         } catch (const ECSSSchemaError& error) {
-            ReportSchemaError(fileName, error.what(), error.GetLine());
+            ShowMessage(fileName, error.what(), "Error", error.GetLine(), 1);
             reader.Resolve();
         }
         FParser.FSymbolTable.AlphaSort();
@@ -72,10 +66,7 @@ void TCSSKibitzManager::LoadSchema() {
 }
 
 void TCSSKibitzManager::Report(const std::exception& problem) const {
-    if (auto messages = GetService<INibMessageServices>()) {
-        messages->ShowMessageView();
-        messages->AddMessage({}, problem.what(), "Failure", 0, 0);
-    }
+    ShowMessage({}, problem.what(), "Failure");
 }
 
 // -------------------------------------------------------------------- invocation

@@ -3,38 +3,11 @@
 #include <algorithm>
 
 #include "host/Platform.h"
-#include "markup/FilteredRange.h"
-#include "markup/Hash.h"
 #include "stylesheet/CSSEditors.h"
 #include "stylesheet/CSSParser.h"
 
 namespace caretwell {
 namespace {
-
-constexpr size_t LongestChain = 16;  // on average
-
-// Its lowest byte is Hash, the bits above it tell names of the same bucket apart.
-uint32_t WideHash(std::string_view name) {
-    uint32_t hash = 2166136261;
-    for (char c : name) hash = (hash ^ static_cast<uint8_t>(ToUpper(c))) * 16777619;
-    return hash << 8 | Hash(name);
-}
-
-template <class T>
-T* AddSymbol(TSymbolBuckets& table, TCSSSymbolTable::TSymbols<T>& list, int32_t& count,
-             std::unique_ptr<T> symbol) {
-    T* added = symbol.get();
-    list.push_back(std::move(symbol));
-    table.Add(*added);
-    ++count;
-    return added;
-}
-
-template <class T>
-T* ItemAt(const TCSSSymbolTable::TSymbols<T>& list, int32_t index) {
-    return index >= 0 && static_cast<size_t>(index) < list.size() ? list[static_cast<size_t>(index)].get()
-                                                                  : nullptr;
-}
 
 // A table holds no name twice, so the order of a sorted list is settled by the names.
 template <class TItem>
@@ -42,48 +15,7 @@ bool IsBefore(const TItem& a, const TItem& b) {
     return CompareText(std::string_view(a->FName), std::string_view(b->FName)) < 0;
 }
 
-// From first to last, both included. The library's sort keeps its time and depth also
-// for a list that was made to slow an exchange sort down.
-template <class TItem>
-void QuickSort(std::vector<TItem>& list, int32_t first, int32_t last) {
-    if (first < last) std::sort(list.begin() + first, list.begin() + last + 1, IsBefore<TItem>);
-}
-
 }  // namespace
-
-// -------------------------------------------------------------------- buckets
-
-TCSSSymbol* TSymbolBuckets::Find(std::string_view name) const {
-    uint32_t hash = WideHash(name);
-    for (TCSSSymbol* symbol = FChains[hash & (FChains.size() - 1)]; symbol; symbol = symbol->FHashNext)
-        if (symbol->FHash == hash && SameText(symbol->FName, name)) return symbol;
-    return nullptr;
-}
-
-void TSymbolBuckets::Add(TCSSSymbol& symbol) {
-    if (++FCount > LongestChain * FChains.size()) Grow();
-    symbol.FHash = WideHash(symbol.FName);
-    Link(symbol);
-}
-
-void TSymbolBuckets::Link(TCSSSymbol& symbol) {
-    TCSSSymbol*& chain = FChains[symbol.FHash & (FChains.size() - 1)];
-    symbol.FHashNext = chain;
-    chain = &symbol;
-}
-
-void TSymbolBuckets::Grow() {
-    std::vector<TCSSSymbol*> chains(FChains.size() * 16);
-    chains.swap(FChains);
-    std::vector<TCSSSymbol*> newestFirst;
-    for (TCSSSymbol* chain : chains) {
-        for (newestFirst.clear(); chain; chain = chain->FHashNext) newestFirst.push_back(chain);
-        while (!newestFirst.empty()) {
-            Link(*newestFirst.back());
-            newestFirst.pop_back();
-        }
-    }
-}
 
 // ---------------------------------------------------------- types and properties
 
@@ -110,13 +42,10 @@ const TDistinctList<TCSSValue>& TCSSProperty::GetValueList() {
 
 const TCSSValue* TCSSProperty::GetKibitzValue(int32_t index) const {
     if (index < 0 || index >= GetKibitzValueCount()) return nullptr;
-    return FValues[static_cast<size_t>(FKibitzFirst) + static_cast<size_t>(index)];
+    return FValues[static_cast<size_t>(FKibitz.Start) + static_cast<size_t>(index)];
 }
 
-void TCSSProperty::ResetKibitz() {
-    FKibitzFirst = 0;
-    FKibitzLast = static_cast<int32_t>(FValues.size()) - 1;
-}
+void TCSSProperty::ResetKibitz() { FKibitz = {0, static_cast<int32_t>(FValues.size()) - 1, {}}; }
 
 // ------------------------------------------------------------------------ table
 
@@ -127,47 +56,39 @@ TCSSProperty* TCSSSymbolTable::NewProperty(std::string_view name) {
     if (auto* known = LookupProperty(name)) return known;
     auto property = std::make_unique<TCSSProperty>(*this);
     property->FName = name;
-    return AddSymbol(FPropertyTable, FProperties, FPropertyCount, std::move(property));
+    return FProperties.Add(std::move(property));
 }
 
 TCSSType* TCSSSymbolTable::NewType(std::string_view name) {
     if (auto* known = LookupType(name)) return known;
     auto type = std::make_unique<TCSSType>(*this);
     type->FName = name;
-    return AddSymbol(FTypeTable, FTypes, FTypeCount, std::move(type));
+    return FTypes.Add(std::move(type));
 }
 
 TCSSValue* TCSSSymbolTable::NewValue(std::string_view name) {
     if (auto* known = LookupValue(name)) return known;
     auto value = std::make_unique<TCSSValue>();
     value->FName = name;
-    return AddSymbol(FValueTable, FValues, FValueCount, std::move(value));
+    return FValues.Add(std::move(value));
 }
 
-void TCSSSymbolTable::AddEditor(std::unique_ptr<TCSSEditor> editor) {
-    AddSymbol(FEditorTable, FEditors, FEditorCount, std::move(editor));
-}
+void TCSSSymbolTable::AddEditor(std::unique_ptr<TCSSEditor> editor) { FEditors.Add(std::move(editor)); }
 
-TCSSProperty* TCSSSymbolTable::LookupProperty(std::string_view name) const {
-    return static_cast<TCSSProperty*>(FPropertyTable.Find(name));
-}
-TCSSType* TCSSSymbolTable::LookupType(std::string_view name) const {
-    return static_cast<TCSSType*>(FTypeTable.Find(name));
-}
-TCSSValue* TCSSSymbolTable::LookupValue(std::string_view name) const {
-    return static_cast<TCSSValue*>(FValueTable.Find(name));
-}
-TCSSEditor* TCSSSymbolTable::LookupEditor(std::string_view name) const {
-    return static_cast<TCSSEditor*>(FEditorTable.Find(name));
-}
+TCSSProperty* TCSSSymbolTable::LookupProperty(std::string_view name) const { return FProperties.Find(name); }
+TCSSType* TCSSSymbolTable::LookupType(std::string_view name) const { return FTypes.Find(name); }
+TCSSValue* TCSSSymbolTable::LookupValue(std::string_view name) const { return FValues.Find(name); }
+TCSSEditor* TCSSSymbolTable::LookupEditor(std::string_view name) const { return FEditors.Find(name); }
 
-TCSSProperty* TCSSSymbolTable::GetProp(int32_t index) const { return ItemAt(FProperties, index); }
-TCSSType* TCSSSymbolTable::GetType(int32_t index) const { return ItemAt(FTypes, index); }
+TCSSProperty* TCSSSymbolTable::GetProp(int32_t index) const { return FProperties.At(index); }
+TCSSType* TCSSSymbolTable::GetType(int32_t index) const { return FTypes.At(index); }
 
-void TCSSSymbolTable::AlphaSort() { QuickSort(FProperties, 0, FPropertyCount - 1); }
+void TCSSSymbolTable::AlphaSort() {
+    std::sort(FProperties.begin(), FProperties.end(), IsBefore<std::unique_ptr<TCSSProperty>>);
+}
 
 void TCSSSymbolTable::SortList(std::vector<TCSSValue*>& list, int32_t first, int32_t last) {
-    QuickSort(list, first, last);
+    if (first < last) std::sort(list.begin() + first, list.begin() + last + 1, IsBefore<TCSSValue*>);
 }
 
 const std::vector<std::string>& TCSSSymbolTable::GetFonts() {
@@ -184,8 +105,7 @@ bool TCSSSymbolTable::IsFont(std::string_view name) const {
 void TCSSSymbolTable::ResetKibitz() {
     if (FKibitzProperty) FKibitzProperty->ResetKibitz();
     SetKibitzProperty(nullptr);
-    FKibitzFirst = 0;
-    FKibitzLast = FPropertyCount - 1;
+    FKibitz = {0, FProperties.Count() - 1, {}};
 }
 
 void TCSSSymbolTable::SetKibitzProperty(TCSSProperty* property) {
@@ -194,7 +114,7 @@ void TCSSSymbolTable::SetKibitzProperty(TCSSProperty* property) {
     property->GetValueList();  // with the fonts
     property->ResetKibitz();
     if (property->FSorted || property->FValues.size() == 0) return;
-    SortList(property->FValues.Items(), 0, property->FKibitzLast);
+    SortList(property->FValues.Items(), 0, property->FKibitz.End);
     property->FSorted = true;
 }
 
@@ -206,47 +126,36 @@ TCSSSymbolTable::TListKind TCSSSymbolTable::GetListKind() const {
 
 std::string_view TCSSSymbolTable::NameAt(TListKind kind, int32_t index) const {
     auto i = static_cast<size_t>(index);
-    return kind == lkValues ? FKibitzProperty->FValues[i]->FName : FProperties[i]->FName;
+    return kind == lkValues ? FKibitzProperty->FValues[i]->FName : FProperties.At(index)->FName;
 }
 
-void TCSSSymbolTable::ShowAll() {
-    FKibitzFirst = 0;
-    FKibitzLast = FPropertyCount - 1;
-    if (FKibitzProperty) FKibitzProperty->ResetKibitz();
+int32_t TCSSSymbolTable::CountOf(TListKind kind) const {
+    return kind == lkValues ? static_cast<int32_t>(FKibitzProperty->FValues.size()) : FProperties.Count();
+}
+
+TFilteredRange<char>& TCSSSymbolTable::RangeOf(TListKind kind) const {
+    return kind == lkValues ? FKibitzProperty->FKibitz : FKibitz;
 }
 
 void TCSSSymbolTable::SetFilter(std::string_view text) {
-    if (text.empty() || !StartsWithText(text, std::string_view(FFilter))) ShowAll();
     TListKind kind = GetListKind();
-    if (kind == lkNone) {
-        FFilter = text;
-        return;
-    }
-    int32_t& first = kind == lkValues ? FKibitzProperty->FKibitzFirst : FKibitzFirst;
-    int32_t& last = kind == lkValues ? FKibitzProperty->FKibitzLast : FKibitzLast;
-    // One filter text serves both lists, and each search goes on in what is visible.
-    TFilteredRange<char> range{first, last, std::string(text)};
-    if (!text.empty())
-        range.Narrow(
-            last, [&](int32_t i) { return NameAt(kind, i); }, TBeyondLast::Empty);
-    first = range.Start;
-    last = range.End;
-    FFilter = std::move(range.Filter);
+    if (kind == lkNone) return;
+    RangeOf(kind).SetFilter(
+        text, CountOf(kind) - 1, [&](int32_t i) { return NameAt(kind, i); }, TBeyondLast::Empty);
 }
 
 int32_t TCSSSymbolTable::FindIdent(std::string_view text) const {
     TListKind kind = GetListKind();
     if (kind == lkNone) return -1;
-    int32_t first = kind == lkValues ? FKibitzProperty->FKibitzFirst : FKibitzFirst;
-    int32_t last = kind == lkValues ? FKibitzProperty->FKibitzLast : FKibitzLast;
-    for (int32_t i = first; i <= last; ++i)
-        if (CompareText(NameAt(kind, i), text) >= 0) return i - first;
+    const TFilteredRange<char>& range = RangeOf(kind);
+    for (int32_t i = range.Start; i <= range.End; ++i)
+        if (CompareText(NameAt(kind, i), text) >= 0) return i - range.Start;
     return -1;
 }
 
 std::string TCSSSymbolTable::GetKibitzProp(int32_t index) const {
     if (index < 0 || index >= GetKibitzPropCount()) return {};
-    return std::string(NameAt(lkProperties, FKibitzFirst + index));
+    return std::string(NameAt(lkProperties, FKibitz.Start + index));
 }
 
 int32_t TCSSSymbolTable::GetKibitzValueCount() const {

@@ -14,9 +14,12 @@
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
-#include "markup/Hash.h"
+#include "markup/FilteredRange.h"
+#include "markup/NameMap.h"
+#include "markup/Text.h"
 #include "stylesheet/CSSImpl.h"
 
 namespace caretwell {
@@ -34,24 +37,36 @@ enum TCSSValueKind : uint8_t {
 /// Base of what the table holds. Names are found without regard to case.
 struct TCSSSymbol {
     std::string FName;
-    uint32_t FHash = 0;               ///< set when it is filed
-    TCSSSymbol* FHashNext = nullptr;  ///< in the bucket, older than this one
 };
 
-/// Symbols by name. The buckets are the 256 of Hash until a schema is so large that their
-/// chains would be long; then there are more, by further bits.
-class TSymbolBuckets {
+/// Symbols of one sort: in the order in which they were made, or sorted, and by name.
+template <class T>
+class TCSSSymbols {
 public:
-    TCSSSymbol* Find(std::string_view name) const;
-    /// Puts it in front of its chain.
-    void Add(TCSSSymbol& symbol);
+    /// The newest of the name, null if there is none.
+    T* Find(std::string_view name) const {
+        auto* found = FByName.Find(FoldedHash(name), [name](const T* symbol) {
+            return SameText(std::string_view(symbol->FName), name);
+        });
+        return found ? *found : nullptr;
+    }
+    T* Add(std::unique_ptr<T> symbol) {
+        FByName.Add(FoldedHash<char>(symbol->FName), symbol.get());
+        return FSymbols.emplace_back(std::move(symbol)).get();
+    }
+    /// Null for an index out of range.
+    T* At(int32_t index) const {
+        return index >= 0 && index < Count() ? FSymbols[static_cast<size_t>(index)].get() : nullptr;
+    }
+    int32_t Count() const { return static_cast<int32_t>(FSymbols.size()); }
+    auto begin() const { return FSymbols.begin(); }
+    auto end() const { return FSymbols.end(); }
+    auto begin() { return FSymbols.begin(); }
+    auto end() { return FSymbols.end(); }
 
 private:
-    void Link(TCSSSymbol& symbol);
-    void Grow();
-
-    std::vector<TCSSSymbol*> FChains = std::vector<TCSSSymbol*>(HashBuckets);
-    size_t FCount = 0;
+    std::vector<std::unique_ptr<T>> FSymbols;
+    TNameMap<T*> FByName;
 };
 
 /// One for each name, shared by all properties that offer it.
@@ -139,7 +154,7 @@ public:
 
     /// The visible value at an index; null if there is none.
     const TCSSValue* GetKibitzValue(int32_t index) const;
-    int32_t GetKibitzValueCount() const { return FKibitzLast - FKibitzFirst + 1; }
+    int32_t GetKibitzValueCount() const { return FKibitz.GetCount(static_cast<int32_t>(FValues.size())); }
     /// Makes all values visible.
     void ResetKibitz();
 
@@ -147,8 +162,7 @@ public:
     TCSSStringList FMedia;    ///< as read; for those who show the schema
     TDistinctList<TCSSValue> FValues;
     TDistinctList<TCSSType> FTypes;
-    int32_t FKibitzLast = -1;
-    int32_t FKibitzFirst = 0;
+    TFilteredRange<char> FKibitz{0, -1, {}};
     bool FResolved = false;  ///< FValues was worked out
     bool FSorted = false;    ///< FValues is sorted
     bool FHasFonts = false;  ///< the machine's fonts belong to FValues and are not there yet
@@ -195,7 +209,7 @@ public:
     void SetFilter(std::string_view text);
     /// Index in the visible part of the first name that does not sort before text; -1 if none.
     int32_t FindIdent(std::string_view text) const;
-    int32_t GetKibitzPropCount() const { return FKibitzLast - FKibitzFirst + 1; }
+    int32_t GetKibitzPropCount() const { return FKibitz.GetCount(FProperties.Count()); }
     /// Empty for an index out of range.
     std::string GetKibitzProp(int32_t index) const;
     int32_t GetKibitzValueCount() const;
@@ -208,33 +222,21 @@ public:
     /// True for one of those, if they were asked for.
     bool IsFont(std::string_view name) const;
 
-    template <class T>
-    using TSymbols = std::vector<std::unique_ptr<T>>;
-
-    TSymbolBuckets FPropertyTable;
-    TSymbols<TCSSProperty> FProperties;
-    int32_t FPropertyCount = 0;
-    TSymbolBuckets FTypeTable;
-    TSymbols<TCSSType> FTypes;
-    int32_t FTypeCount = 0;
-    TSymbolBuckets FValueTable;
-    TSymbols<TCSSValue> FValues;
-    int32_t FValueCount = 0;
-    TSymbolBuckets FEditorTable;
-    TSymbols<TCSSEditor> FEditors;
-    int32_t FEditorCount = 0;
+    TCSSSymbols<TCSSProperty> FProperties;
+    TCSSSymbols<TCSSType> FTypes;
+    TCSSSymbols<TCSSValue> FValues;
+    TCSSSymbols<TCSSEditor> FEditors;
 
 private:
     enum TListKind { lkNone, lkValues, lkProperties };
     TListKind GetListKind() const;
+    int32_t CountOf(TListKind kind) const;
+    TFilteredRange<char>& RangeOf(TListKind kind) const;
     std::string_view NameAt(TListKind kind, int32_t index) const;
-    void ShowAll();
 
     const TStyleSheetParser* FParser;
     TCSSProperty* FKibitzProperty = nullptr;
-    std::string FFilter;
-    int32_t FKibitzFirst = 0;
-    int32_t FKibitzLast = -1;
+    mutable TFilteredRange<char> FKibitz{0, -1, {}};  // over the properties
     std::unique_ptr<std::vector<std::string>> FFonts;
 };
 

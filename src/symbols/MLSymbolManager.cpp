@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "host/Messages.h"
 #include "host/Platform.h"
 #include "parser/MLParser.h"
 #include "tagmodel/AttributeEditors.h"
@@ -306,10 +307,7 @@ int32_t TMLSymbolManager::InsertCustomElements(std::vector<TRef<INibMLTag>>& lis
 void TMLSymbolManager::Error(std::string_view fileName, std::string_view message, std::string_view prefix,
                              int32_t line, int32_t column) {
     if (!GetPlatform().IsMainThread()) return;
-    auto services = GetService<INibMessageServices>();
-    if (!services) return;
-    services->ShowMessageView();
-    services->AddMessage(fileName, message, prefix, line, column);
+    ShowMessage(fileName, message, prefix, line, column);
 }
 
 }  // namespace caretwell

@@ -15,12 +15,16 @@ namespace {
 /// Counts the calls that come.
 class TCountingRegistry final : public INibKibitzRegistry {
 public:
-    int32_t Register(TRef<INibCodeInsightManager>) override { return ++FCalls; }
+    int32_t Register(TRef<INibCodeInsightManager>) override {
+        ++FCalls;
+        return FRefuses ? -1 : FCalls;
+    }
     void Unregister(int32_t index) override {
         FUnregistered.push_back(index);
         if (OnUnregister) OnUnregister();
     }
     int FCalls = 0;
+    bool FRefuses = false;
     std::vector<int32_t> FUnregistered;
     std::function<void()> OnUnregister;
 };
@@ -61,11 +65,13 @@ TEST(LifeCycle, TheSchemasThatShipComeAndGo) {
 
 TEST(LifeCycle, TheRegistryHearsOfEachManagerOnce) {
     const struct {
-        bool Registers;
+        bool Registers, Refuses;
+        int Calls;
         std::vector<int32_t> Unregistered;
-    } cases[] = {{false, {}}, {true, {1, 2}}};
+    } cases[] = {{false, false, 0, {}}, {true, false, 2, {1, 2}}, {true, true, 2, {}}};
     for (const auto& c : cases) {
         TCountingRegistry registry;
+        registry.FRefuses = c.Refuses;
         SetGlobalKibitzManager(&registry);
         Initialize();
         Initialize();
@@ -74,6 +80,7 @@ TEST(LifeCycle, TheRegistryHearsOfEachManagerOnce) {
         Finalize();
         Finalize();
         SetGlobalKibitzManager(nullptr);
+        EXPECT_EQ(registry.FCalls, c.Calls);
         EXPECT_EQ(registry.FUnregistered, c.Unregistered);
     }
 }

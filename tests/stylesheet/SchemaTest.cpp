@@ -103,12 +103,12 @@ TEST(Schema, BrokenFiles) {
         }
         EXPECT_EQ(message, c.FMessage) << c.FText;
         EXPECT_EQ(line, c.FLine) << c.FText;
-        EXPECT_EQ(table.FPropertyCount, c.FProperties) << c.FText;
-        EXPECT_EQ(table.FEditorCount, c.FEditors) << c.FText;
+        EXPECT_EQ(table.FProperties.Count(), c.FProperties) << c.FText;
+        EXPECT_EQ(table.FEditors.Count(), c.FEditors) << c.FText;
     }
     TCSSSymbolTable table(nullptr);
     TCSSReader(table).LoadFromFile("/nonexistent/css.xml");
-    EXPECT_EQ(table.FEditorCount, 0);
+    EXPECT_EQ(table.FEditors.Count(), 0);
 }
 
 // Chains and rings of a length that would break a recursion, or square the table.
@@ -126,7 +126,7 @@ TEST(Schema, LongChains) {
     text += "</css>";
     TCSSSymbolTable table(nullptr);
     TCSSReader(table).LoadFromText(text);
-    EXPECT_EQ(table.FPropertyCount, Length + 1);
+    EXPECT_EQ(table.FProperties.Count(), Length + 1);
 }
 
 class TFontPlatform final : public IPlatform {

@@ -1,23 +1,11 @@
-// Hash, comparison and the two string widths.
+// The two string widths, words of a schema and names of its files.
 #include <gtest/gtest.h>
 
-#include "markup/Hash.h"
 #include "markup/MLParserUtils.h"
 #include "markup/Text.h"
 
 namespace caretwell {
 namespace {
-
-TEST(Hash, BothWidthsAgreeAndIgnoreCase) {
-    const struct {
-        const char* FText;
-        uint32_t FExpect;
-    } cases[] = {{"", 0}, {"A", 97}, {"a", 97}, {"abc", 38}, {"ABC", 38}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(Hash(std::string_view(c.FText)), c.FExpect) << c.FText;
-        EXPECT_EQ(Hash(std::u16string_view(ToUtf16(c.FText))), c.FExpect) << c.FText;
-    }
-}
 
 TEST(Utf, BrokenBytesNeverLoseTheRest) {
     const struct {
