@@ -10,7 +10,8 @@
 
 namespace caretwell {
 
-/// A parser with what it said: "line: message", and the file's name before it if any.
+/// A parser with what it said: "line: message", and before it "!" if that is a failure, and
+/// the file's name but for "main".
 struct TDTDRun {
     TDTDParser Parser;
     std::vector<std::string> Messages;
@@ -18,10 +19,10 @@ struct TDTDRun {
     TDTDRun() {
         Parser.OnError = [this](TDTDParser*, TParseError severity, const std::string& message, int32_t line,
                                 const std::string& file) {
-            std::string name = file.substr(file.find_last_of('/') + 1);
-            std::string mark = severity == peFailure ? "!" : "";
-            Messages.push_back(mark + (name.empty() ? "" : name + ":") + std::to_string(line) + ": " +
-                               message);
+            std::string name = file.substr(file.find_last_of('/') + 1) + ":";
+            if (name == ":" || name == "main:") name.clear();
+            if (severity == peFailure) name = "!" + name;
+            Messages.push_back(name + std::to_string(line) + ": " + message);
         };
     }
     explicit TDTDRun(const std::string& text) : TDTDRun() {
@@ -55,7 +56,7 @@ inline std::string ShowExpr(const TDTDExprNode* node) {
 }
 
 /// "ul -O [li+]"; then E (empty) or A (any), exceptions, attributes with "!" if
-/// required and "=value" if fixed and "@editor".
+/// required and "=value" if fixed and "@editor"; the entities that it came from.
 inline std::string ShowElement(TDTDElement* element) {
     if (!element) return "none";
     std::string text(element->FName);
@@ -76,6 +77,7 @@ inline std::string ShowElement(TDTDElement* element) {
             text += "=" + std::string(attribute->FAttrs->FixedValue);
         if (!attribute->FEditor.empty()) text += "@" + std::string(attribute->FEditor);
     }
+    for (auto entity : element->GetEntity()) text += " %" + std::string(entity);
     return text;
 }
 
