@@ -4,11 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <optional>
 
 #include "host/Platform.h"
+#include "support/Split.h"
+#include "support/TemporaryFolder.h"
 #include "symbols/MLSymbolManager.h"
 #include "symbols/SchemaReaderCache.h"
 #include "tagmodel/AttributeEditors.h"
@@ -39,10 +39,6 @@ public:
 class TLoaderTest : public testing::Test {
 protected:
     void SetUp() override {
-        if (FFolder.empty()) {
-            std::string pattern = testing::TempDir() + "loaderXXXXXX";
-            FFolder = FTemporary = std::string(mkdtemp(pattern.data())) + "/";
-        }
         FHost = MakeRef<TLoaderTestHost>();
         FPlatform = MakePlatform({.SchemaFolder = FFolder, .Settings = FHost.Get()});
         SetPlatform(FPlatform.get());
@@ -58,14 +54,9 @@ protected:
         ReleaseMLEditorRegistry();
         SetTarnwellIDEServices(nullptr);
         SetPlatform(nullptr);
-        if (!FTemporary.empty()) std::filesystem::remove_all(FTemporary);
     }
 
-    std::string Write(const std::string& name, std::string_view text) {
-        std::filesystem::create_directories(std::filesystem::path(FFolder + name).parent_path());
-        std::ofstream(FFolder + name, std::ios::binary) << text;
-        return FFolder + name;
-    }
+    std::string Write(const std::string& name, std::string_view text) { return FFiles.Write(name, text); }
 
     /// A table whose root is empty at first.
     struct TTable {
@@ -87,7 +78,14 @@ protected:
                 text += (text.empty() ? "" : " ") + ToUtf8(child->GetName());
             return text;
         }
-        /// "name=value,value@editor", "!" behind a required one, "on" before an event.
+        /// "root: a b; a: c" for the tags asked for.
+        std::string Show(std::string_view names) {
+            std::string text;
+            for (const auto& name : Split(names))
+                text += (text.empty() ? "" : "; ") + name + ": " + Children(name);
+            return text;
+        }
+        /// "name=value,value@editor", "!" after a required one, "on" before an event.
         std::string Attributes(std::string_view name) {
             std::string text;
             for (int32_t i = 0; i < Tag(name)->GetAttributeCount(); ++i)
@@ -109,8 +107,8 @@ protected:
         }
     };
 
-    std::string FFolder;     ///< of the schemas; a new and empty one unless it is set before SetUp
-    std::string FTemporary;  ///< that one
+    TTemporaryFolder FFiles;
+    std::string FFolder = FFiles.Path();  ///< of the schemas
     std::unique_ptr<IPlatform> FPlatform;
     TRef<TLoaderTestHost> FHost;
 };
