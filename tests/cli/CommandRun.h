@@ -2,16 +2,13 @@
 #pragma once
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <sstream>
-#include <string>
 #include <vector>
+
+#include "support/TemporaryFolder.h"
 
 namespace caretwell::test {
 
@@ -20,23 +17,10 @@ struct TCommandResult {
     std::string Out, Err;
 };
 
-/// A folder that is gone with the test; the command runs in it.
-class TCommandFolder {
+/// The command runs in it.
+class TCommandFolder : public TTemporaryFolder {
 public:
-    TCommandFolder() {
-        std::string path = testing::TempDir() + "caretwell-XXXXXX";
-        FPath = mkdtemp(path.data());
-        Write("caretwell/settings.json", "{}");
-    }
-    ~TCommandFolder() { std::filesystem::remove_all(FPath); }
-    TCommandFolder(const TCommandFolder&) = delete;
-    TCommandFolder& operator=(const TCommandFolder&) = delete;
-
-    std::string Path(const std::string& name) const { return FPath + "/" + name; }
-    void Write(const std::string& name, std::string_view text) {
-        std::filesystem::create_directories(std::filesystem::path(Path(name)).parent_path());
-        std::ofstream(Path(name), std::ios::binary) << text;
-    }
+    TCommandFolder() { Write("caretwell/settings.json", "{}"); }
     std::string Read(const std::string& name) const {
         std::ostringstream text;
         text << std::ifstream(Path(name), std::ios::binary).rdbuf();
@@ -61,16 +45,14 @@ private:
         redirect("in", O_RDONLY, STDIN_FILENO);
         redirect("out", O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
         redirect("err", O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
-        setenv("XDG_CONFIG_HOME", FPath.c_str(), 1);
-        if (chdir(FPath.c_str()) != 0) _exit(126);
+        setenv("XDG_CONFIG_HOME", Path().c_str(), 1);
+        if (chdir(Path().c_str()) != 0) _exit(126);
         std::vector<char*> arguments;
         for (auto& word : words) arguments.push_back(word.data());
         arguments.push_back(nullptr);
         execv(arguments[0], arguments.data());
         _exit(127);
     }
-
-    std::string FPath;
 };
 
 inline const std::string SmallSchemas = CARETWELL_SOURCE_DIR "/tests/data/schemas";

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/CommandRun.h"
+#include "support/Cases.h"
 
 namespace caretwell::test {
 namespace {
@@ -82,72 +83,18 @@ TEST_F(Command, Complete) {
     }
 }
 
-// Keys, their order and which are absent are what other programs rely on.
+// Keys, their order and which are absent are what other programs rely on; the same for people.
+// A row's title is the command, "~" stands for the folder of the schemas, "." for that of the files.
 TEST_F(Command, Shapes) {
-    const string schema = SmallSchemas + "/loose.dtd", style = SmallSchemas + "/css.xml";
-    struct TCase {
-        const char *Command, *Name, *Text, *More;
-        string Expect;
-    };
-    const TCase cases[] = {
-        {"complete", "a.html", "<ul>\n^", "",
-         R"({"file":"a.html","line":2,"column":1,"mode":"kmHTML","schema":")" + schema +
-             R"(","opened":true,"list":"elements","context":15,"filter":"","items":[)"
-             R"({"name":"</ul>","text":"</ul>","type":"line 1","class":"Element  ","closing":true},)"
-             R"({"name":"li","text":"li","type":"","class":"Element  ","closing":false}]})"},
-        {"complete", "a.html", "<p>&am^", "",
-         R"({"file":"a.html","line":1,"column":7,"mode":"kmHTML","schema":")" + schema +
-             R"(","opened":true,"list":"entities","context":14,"filter":"am","items":[)"
-             R"({"name":"amp","text":"amp","type":"","class":"","closing":false,"code":38}]})"},
-        {"complete", "a.css", "a{column-count:^", "",
-         R"({"file":"a.css","line":1,"column":16,"schema":")" + style +
-             R"(","opened":true,"list":"values","context":16,"filter":"","items":[)"
-             R"({"name":"auto","text":"auto","type":"","class":"value","closing":false}]})"},
-        {"choose", "a.html", "ä<ul><l^>", "--item li",
-         R"({"text":"ä<ul><li>","caret":{"line":1,"column":9,"offset":9},"open":false})"},
-        {"explain", "a.css", "a { color: r^", "",
-         R"({"position":"kpExpr","property":"color","lastDeclaration":"color"})"},
-        {"explain", "a.html", "<ul>\n<foo a=b><p class='x' al^ign='left'>", "",
-         R"({"mode":"kmHTML","schema":")" + schema +
-             R"(","inTag":true,"inClosingTag":false,"caretInTagName":false,"inScript":false,"inStyle":false,)"
-             R"("inTextArea":false,"inDocType":false,"isXML":false,"unterminatedTag":false,)"
-             R"("contexts":["pcNone"],"contextPos":-1,)"
-             R"("currentTag":{"name":"p","known":true,"start":14,"end":26},"lastKnownTag":"ul",)"
-             R"("valuePos":{"line":2,"column":25},"tagStack":[{"name":"p","line":2,"start":14,"end":26,)"
-             R"("attributes":[{"name":"class","value":"x","quoteOpen":"'","quoteClose":"'","known":true},)"
-             R"({"name":"align","value":"left","quoteOpen":"'","quoteClose":"'","known":true}]},)"
-             R"({"name":"foo","line":2,"start":5,"end":13,"attributes":[{"name":"a","value":"b","known":false}]},)"
-             R"({"name":"ul","line":1,"start":0,"end":3,"attributes":[]}],)"
-             R"("documentTags":[{"name":"p","line":2},{"name":"foo","line":2},{"name":"ul","line":1}],)"
-             R"("closingTags":[{"name":"</p>","line":2},{"name":"</foo>","line":2},{"name":"</ul>","line":1}],)"
-             R"("autoClose":[]})"},
-    };
-    for (const TCase& c : cases) {
-        EXPECT_EQ(RunAt(c.Command, c.Name, c.Text, c.More + string(" --json")).Out, c.Expect + "\n")
-            << c.Text;
+    for (const auto& c : ReadCases("cli.txt")) {
+        for (const auto& [name, text] : c.FFiles) FFolder.Write(name, text);
+        auto result = FFolder.Run(Words(c.FTitle + " --schemas " + SmallSchemas), c.FText);
+        for (const auto& [path, sign] : {std::pair(SmallSchemas, "~"), {FFolder.Path(), "./"}})
+            for (size_t at; (at = result.Out.find(path)) != string::npos;)
+                result.Out.replace(at, path.size(), sign);
+        EXPECT_EQ(result.Out, c.FExpect + "\n") << c.FTitle << result.Err;
+        EXPECT_EQ(result.Status, c.FTitle.starts_with("schema bad") ? 1 : 0) << c.FTitle;
     }
-}
-
-// The same for people.
-TEST_F(Command, Texts) {
-    const string text = RunAt("explain", "a.html", "<foo a='b'>\n<ul><a href='^").Out;
-    EXPECT_TRUE(
-        text.ends_with("contexts          pcNone\n                  pcString\n                  pcElement\n"
-                       "contextPos        24\ncurrentTag        a\ncurrentAttribute  href\n"
-                       "valuePos          2:14\ntagStack          a (line 2)  href=\n"
-                       "                  ul (line 2)\n                  foo (line 1)  a=b\n"
-                       "documentTags      a (line 2)\n                  ul (line 2)\n"
-                       "                  foo (line 1)\nclosingTags       </a> (line 2)\n"
-                       "                  </ul> (line 2)\n                  </foo> (line 1)\n"))
-        << text;
-    EXPECT_EQ(RunAt("explain", "a.css", "a { color: r^").Out,
-              "position         kpExpr\nproperty         color\nlastDeclaration  color\n");
-    EXPECT_EQ(
-        FFolder.Run({"events", "-", "--name", "a.html", "--schemas", SmallSchemas}, "<ul class=x>a\n").Out,
-        "       4       11  ttAttribute              class\n       0       12  ttOpen                   ul\n"
-        "      12       14  ttText                   a\\n\n");
-    // A byte order mark is no column.
-    EXPECT_EQ(JsonAt("complete", "a.html", "\xEF\xBB\xBF<ul><^")["column"], 6);
 }
 
 TEST_F(Command, Editing) {
@@ -194,57 +141,6 @@ TEST_F(Command, InPlace) {
     FFolder.Run({"type", "a:1.html:1:1", "--keys", "x"});
     FFolder.Run({"choose", "a:1.html:2:1", "--item", "nope", "--in-place"});
     EXPECT_EQ(FFolder.Read("a:1.html"), "\xEF\xBB\xBF<ul>\r\n<li>");
-}
-
-TEST_F(Command, Events) {
-    auto result = FFolder.Run({"events", "-", "--name", "a.html", "--json", "--schemas", SmallSchemas},
-                              "<ul class=\"x\">a<!--b--></ul><br/>");
-    EXPECT_EQ(result.Out, R"({"type":"ttAttribute","name":"class","start":4,"end":13}
-{"type":"ttOpen","name":"ul","start":0,"end":14}
-{"type":"ttText","text":"a","start":14,"end":15}
-{"type":"ttComment","text":"b","start":15,"end":23}
-{"type":"ttClose","name":"ul","start":23,"end":28}
-{"type":"ttSingleLine","name":"br","start":28,"end":33}
-{"type":"ttText","text":"","start":33,"end":33}
-)");
-}
-
-TEST_F(Command, Schema) {
-    auto schemaOf = [&](const char* file, int status) {
-        auto result = FFolder.Run({"schema", file, "--json", "--schemas", SmallSchemas});
-        EXPECT_EQ(result.Status, status) << file << result.Err;
-        return TJson::parse(result.Out, nullptr, false);
-    };
-    FFolder.Write("own.dtd",
-                  "<!ELEMENT b - O EMPTY><!ATTLIST b onx CDATA #REQUIRED v CDATA #FIXED 'k' w (z|y) y>");
-    EXPECT_EQ(
-        schemaOf("own.dtd", 0).dump(),
-        R"({"root":["b"],"elements":[{"name":"b","empty":true,"any":false,"requiresOpeningTag":true,)"
-        R"("requiresClosingTag":false,"isChild":false,"flags":[],"children":[],"attributes":[)"
-        R"({"name":"onx","required":true,"fixed":false,"event":true,"values":[]},)"
-        R"({"name":"v","required":false,"fixed":true,"fixedValue":"k","event":false,"values":[]},)"
-        R"({"name":"w","required":false,"fixed":false,"event":false,"values":["y","z"],"editor":"default"}]}],)"
-        R"("entities":[],"messages":[]})");
-    TJson loose = schemaOf("loose.dtd", 0);  // of the schema folder
-    EXPECT_EQ(loose["root"], TJson::parse(R"(["html"])"));
-    EXPECT_EQ(loose["entities"][3], TJson::parse(R"({"name":"amp","code":38})"));
-    EXPECT_EQ(schemaOf("order.xsd", 0)["elements"][2]["children"], TJson::parse(R"(["Item","Note"])"));
-    TJson css = schemaOf("css.xml", 0);
-    EXPECT_EQ(
-        css["properties"][0].dump(),
-        R"({"name":"color","inherited":true,"media":["visual"],"values":[{"name":"color","kind":"type"},)"
-        R"({"name":"green","kind":"name"},{"name":"red","kind":"name"}]})");
-    EXPECT_EQ(css["types"][1].dump(),
-              R"({"name":"length","editable":true,"values":[],"refs":[],"intrinsics":["px","em"]})");
-
-    FFolder.Write("bad.dtd", "<!ELEMENT a - - (b>\n<!ELEMENT c - - EMPTY>");
-    FFolder.Write("bad.xsd", "<xs:schema");
-    FFolder.Write("bad.xml", "<css>\n<property name='p'");
-    for (const char* file : {"bad.dtd", "bad.xsd", "bad.xml"}) {
-        TJson messages = schemaOf(file, 1)["messages"];
-        ASSERT_FALSE(messages.empty()) << file;
-        EXPECT_TRUE(messages[0]["file"].get<string>().ends_with(file)) << messages[0];
-    }
 }
 
 // Each failure is one line that says what and where, and nothing else is printed.
