@@ -1,15 +1,10 @@
 // From a caret to a list and from a choice to a text, as an editor goes.
-#include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-
 #include "Sheets.h"
 #include "markup/Text.h"
 #include "memory/HostSession.h"
 #include "stylesheet/CSSCodCmplt.h"
 #include "stylesheet/CSSUnitEditor.h"
+#include "support/TemporaryFolder.h"
 
 namespace caretwell {
 namespace {
@@ -18,18 +13,14 @@ namespace {
 class TStyleHost {
 public:
     explicit TStyleHost(const char* schema = SmallSchema, std::map<std::string, std::string> answers = {}) {
-        std::string folder = std::filesystem::temp_directory_path() / "cssXXXXXX";
-        FFolder = mkdtemp(folder.data());
-        if (schema) std::ofstream(FFolder + "/css.xml") << schema;
+        if (schema) FFolder.Write("css.xml", schema);
         FSession.emplace(THostOptions{
-            .SchemaFolder = FFolder, .SettingsFile = "/nonexistent", .Answers = std::move(answers)});
+            .SchemaFolder = FFolder.Path(), .SettingsFile = "/nonexistent", .Answers = std::move(answers)});
         FIndex = FSession->Registry().Register(CSSLanguageManager());
     }
     ~TStyleHost() {
         FSession->Registry().Unregister(FIndex);
         ReleaseCSSLanguageManager();
-        FSession.reset();
-        std::filesystem::remove_all(FFolder);
     }
     /// In the place of the sheet before.
     TDocument& Open(std::string_view marked) {
@@ -57,16 +48,13 @@ public:
     THostSession& Session() { return *FSession; }
 
 private:
-    std::string FFolder;
+    TTemporaryFolder FFolder;
     std::optional<THostSession> FSession;
     int32_t FIndex = -1;
 };
 
 TEST(Manager, Lists) {
-    struct TCase {
-        const char *FText, *FItems;
-    };
-    constexpr TCase Cases[] = {
+    constexpr const char* Cases[][2] = {
         {"a { ^", "color columns margin width"},
         {"a { co^", "color columns"},
         {"a { co^lor", "color columns"},
@@ -82,7 +70,7 @@ TEST(Manager, Lists) {
         {"\xC3\xA9 { content: '\xE2\x82\xAC'; co^", "color columns"},
     };
     TStyleHost host;
-    for (const TCase& c : Cases) EXPECT_EQ(host.Offer(c.FText), c.FItems) << c.FText;
+    for (const auto& [text, items] : Cases) EXPECT_EQ(host.Offer(text), items) << text;
 }
 
 TEST(Manager, Choices) {

@@ -3,6 +3,7 @@
 
 #include "Sheets.h"
 #include "host/Platform.h"
+#include "support/Cases.h"
 
 namespace caretwell {
 namespace {
@@ -18,62 +19,12 @@ std::string Values(TCSSSymbolTable& table, std::string_view propertyName) {
     return names;
 }
 
-struct TCase {
-    const char *FSchema, *FProperty, *FExpect;
-};
-
-constexpr TCase Cases[] = {
-    {"<property name='p'/>", "p", ""},
-    {"<property/>", "p", "none"},
-    {"<other name='p'/>text<!-- c --><property name='p'><x/><value name='a'/></property>", "p", "a"},
-    {"<property name='P'><value name='b'/></property><property name='p'><value name='a'/></property>", "p",
-     "a b"},
-    // The first attribute counts: a group, a name, a type.
-    {"<property name='p'><value name='a' type='t'/></property><type name='t'><value name='b'/></type>", "p",
-     "a"},
-    {"<property name='p'><value optional='' name='x'><value sequence=''><any name='a'/><value/></value>"
-     "<value name='b'/></value></property>",
-     "p", "a b"},
-    {"<property name='p'><value type='t'/></property>"
-     "<type name='t'><value name='a' ref='u'/><value ref='u' type='px'/><value type='em'/><x "
-     "name='no'/></type>"
-     "<type name='u'><value name='b'/></type>",
-     "p", "a b"},
-    // An editable type is an item of its own, sorted by the bare name.
-    {"<property name='p'><value type='t'/></property>"
-     "<type name='t' editable='true'><value name='s'/><value name='u'/><value name='a'/></type>",
-     "p", "a s t... u"},
-    {"<property name='p'><value type='t'/></property><type name='t' editable='1'/>", "p", "t..."},
-    {"<property name='p'><value type='t'/></property><type name='t' editable='0'/>", "p", ""},
-    {"<property name='p'><value type='t'/></property><type name='t' editable='True'/><type name='t'/>", "p",
-     "t..."},
-    // References: values of all of them, dialogs of the direct ones.
-    {"<property name='p'><value type='t'/></property><type name='t' editable='true'><value ref='u'/></type>"
-     "<type name='u' editable='true'><value ref='v'/></type><type name='v' editable='true'><value "
-     "name='a'/></type>",
-     "p", "a t... u..."},
-    {"<property name='p'><value type='t'/></property><type name='t'><value ref='u'/><value "
-     "ref='none'/></type>"
-     "<type name='u'><value ref='t'/><value name='a'/></type>",
-     "p", "a"},
-    // A type that is none but the name of a property.
-    {"<property name='p'><value type='q'/></property><property name='q'><value name='a'/><value "
-     "type='t'/></property>"
-     "<type name='t' editable='true'/>",
-     "p", "a t..."},
-    {"<property name='p'><value type='q'/><value name='a'/></property>"
-     "<property name='q'><value type='p'/><value name='b'/></property>",
-     "q", "a b"},
-    {"<property name='p'><value type='p'/><value name='a'/></property>", "p", "a"},
-    // A name in two cases is one symbol.
-    {"<property name='p'><value name='Red'/><value name='red'/></property>", "P", "Red"},
-};
-
 TEST(Schema, Values) {
-    for (const TCase& c : Cases) {
+    for (const auto& c : ReadCases("styles.txt")) {
         TCSSSymbolTable table(nullptr);
-        TCSSReader(table).LoadFromText("<css>" + std::string(c.FSchema) + "</css>");
-        EXPECT_EQ(Values(table, c.FProperty), c.FExpect) << c.FSchema;
+        TCSSReader(table).LoadFromText("<css>" + c.FText + "</css>");
+        std::string property = c.FExpect.substr(0, c.FExpect.find(':')), values = Values(table, property);
+        EXPECT_EQ(property + ":" + (values.empty() ? "" : " ") + values, c.FExpect) << c.FTitle;
     }
 }
 
