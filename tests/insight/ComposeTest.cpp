@@ -96,15 +96,13 @@ std::string Chosen(const char* text, const char* item, char16_t key, bool autoQu
     return host.Text() + uses[static_cast<int>(host.Manager().GetKeyUse())];
 }
 
-struct TChoiceCase {
-    const char *FText, *FItem;
-    char16_t FKey;
-    const char* FExpect;
-    bool FAutoQuote = false;
-};
-
-TEST(Choice, OfNames) {
-    constexpr TChoiceCase cases[] = {
+TEST(Choice, OfAnItem) {
+    constexpr struct {
+        const char *FText, *FItem;
+        char16_t FKey;
+        const char* FExpect;
+        bool FAutoQuote = false;
+    } cases[] = {
         // The blank that chooses stays; a Tab is no tab character.
         {"<p>^\n", "b", ' ', "<p><b ^\n written"},
         {"<p>^\n", "b", 9, "<p><b ^\n"},
@@ -127,13 +125,7 @@ TEST(Choice, OfNames) {
         {"<form><input ^>\n", "checked", ' ', "<form><input checked ^>\n written"},
         {"<form><input ^>\n", "checked", 13, "<form><input checked^>\n", true},
         {"<p class=\"x\"^ >\n", "align", ' ', "<p class=\"x\" align= ^ >\n written"},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(Chosen(c.FText, c.FItem, c.FKey, c.FAutoQuote), c.FExpect) << c.FText << c.FItem;
-}
-
-TEST(Choice, OfValues) {
-    constexpr TChoiceCase cases[] = {
+        // Values.
         {"<p align=^>\n", "left", ' ', "<p align=\"left\" ^>\n written"},
         {"<p align=^center>\n", "left", 13, "<p align=\"left\"^>\n"},
         {"<p align=\"left^\">\n", "left", 13, "<p align=\"left\"^>\n"},
@@ -149,7 +141,8 @@ TEST(Choice, OfValues) {
         {"<p align=^class=\"y\">\n", "left", 13, "<p align=\"left\"^ class=\"y\">\n"},
         {"<p align=^%>\n", "left", 13, "<p align=\"left\"^ %>\n"},
     };
-    for (const auto& c : cases) EXPECT_EQ(Chosen(c.FText, c.FItem, c.FKey, false), c.FExpect) << c.FText;
+    for (const auto& c : cases)
+        EXPECT_EQ(Chosen(c.FText, c.FItem, c.FKey, c.FAutoQuote), c.FExpect) << c.FText << c.FItem;
 }
 
 /// The text after a key that stands before the caret was asked about; the same must come of

@@ -6,12 +6,10 @@
 namespace caretwell::test {
 namespace {
 
-struct TCase {
-    std::string FText, FExpect;
-};
-
-TEST(Proposals, Elements) {
-    const TCase cases[] = {
+TEST(Proposals, AtACaret) {
+    const struct {
+        const char *FText, *FExpect, *FName = "page.html";
+    } cases[] = {
         {"^", "html"},
         {"<ul>^ ", "</ul> li"},
         {"<ul><^ ", "li"},
@@ -19,12 +17,6 @@ TEST(Proposals, Elements) {
         {"<ul><li><p>x ^ ", "</ul> </li> </p> a b br img span"},
         {"<ul><!-- x -->^ ", "</ul> li"},
         {"<?xml version='1.0'?><ul>^ ", "</ul> li"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(Propose(c.FText), c.FExpect) << c.FText;
-}
-
-TEST(Proposals, AttributesAndValues) {
-    const TCase cases[] = {
         {"<a ^>", "href target title"},
         {"<a t^>", "target title"},
         {"<a href='x' ^>", "target title"},  // not what is written already
@@ -38,22 +30,23 @@ TEST(Proposals, AttributesAndValues) {
         {"<input checked ^>", "type"},  // a bare name has no value to complete
         {"<a href ^", "target title"},
         {"<a hr^", "href"},
+        {"<p>&a^ ", "aacute Aacute agrave amp"},
+        {"<p>&ag^ ", "agrave"},
+        // Nothing in raw content, but a text area is text like any other: what is open can be closed there.
+        {"<script>a ^</script>", "-"},
+        {"<style>^</style>", "-"},
+        {"<!DOCTYPE ^>", "-"},
+        {"<% x ^ %>", "-"},
+        {"<p><!-- ^ -->", "-"},
+        {"<p><!--^-->", "-"},
+        {"<?xml ^?>", "-"},
+        {"<p><?php echo '<b ^'; ?>", "-"},
+        {"<%-- ^ --%>", "-"},
+        {"<textarea>a ^ ", "</textarea>"},
+        // A user control stands in a body, from the first list on.
+        {"^ ", "a asp:button b br div form img p span table ul", "part.ascx"},
     };
-    for (const auto& c : cases) EXPECT_EQ(Propose(c.FText), c.FExpect) << c.FText;
-}
-
-TEST(Proposals, NothingInRawContent) {
-    for (const char* text :
-         {"<script>a ^</script>", "<style>^</style>", "<!DOCTYPE ^>", "<% x ^ %>", "<p><!-- ^ -->",
-          "<p><!--^-->", "<?xml ^?>", "<p><?php echo '<b ^'; ?>", "<%-- ^ --%>"})
-        EXPECT_EQ(Propose(text), "-") << text;
-    // A text area is text like any other: what is open can be closed there.
-    EXPECT_EQ(Propose("<textarea>a ^ "), "</textarea>");
-}
-
-// A user control stands in a body, from the first list on.
-TEST(Proposals, UserControls) {
-    EXPECT_EQ(Propose("^ ", "part.ascx"), "a asp:button b br div form img p span table ul");
+    for (const auto& c : cases) EXPECT_EQ(Propose(c.FText, c.FName), c.FExpect) << c.FText;
 }
 
 // Nothing is inserted, so nothing moves the caret.
@@ -63,11 +56,6 @@ TEST(Proposals, ReadOnlyText) {
     host.Document().Text().SetReadOnly(true);
     EXPECT_TRUE(host.Driver().OpenList());
     EXPECT_EQ(host.Text(), before);
-}
-
-TEST(Proposals, Entities) {
-    EXPECT_EQ(Propose("<p>&a^ "), "aacute Aacute agrave amp");
-    EXPECT_EQ(Propose("<p>&ag^ "), "agrave");
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // Where the caret stands: text in, state out.
 #include <gtest/gtest.h>
 
+#include "support/Cases.h"
 #include "support/ParseState.h"
 
 namespace caretwell::test {
@@ -56,7 +57,7 @@ struct TCase {
     std::string FText, FExpect;
 };
 
-TEST(Caret, InTextAndTags) {
+TEST(Caret, Stands) {
     const TCase cases[] = {
         {"", "text -"},
         {"^", "text -"},
@@ -86,12 +87,7 @@ TEST(Caret, InTextAndTags) {
         {"<a href^>", "attributes a"},
         {"\xC3\xA9<a href=\"x^\">", "value href@11 of a"},  // columns count characters
         {"<p title=\"\xC3\xA9\xC3\xA9^\">", "value title@11 of p"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(Where(c.FText), c.FExpect) << c.FText;
-}
-
-TEST(Caret, Regions) {
-    const TCase cases[] = {
+        // Regions.
         {"<script>a<b^</script>", "text script script"},
         {"<script></script>^", "text -"},
         {"<style></style>^", "text -"},
@@ -116,12 +112,18 @@ TEST(Caret, Regions) {
         {"<?xml version=\"1.0\"?><p>^", "text p xml"},
         {"<?xmlish ?><p>^", "text p"},
         {"<% a = '<p>' ^ %>", "text - script"},
-        {"<% a %>^", "text -"},
         {"<%-- <% a %> ^ --%>", "text - script"},
         {"<p <b>^", "text b unterminated"},
         {"<p>1 < 2 ^", "text p"},
         // What follows the caret's tag does not reach back into it.
         {"<p class=\"^\">it's</p>", "value class@11 of p"},
+        // Any bytes.
+        {std::string("<p>\0<b>^", 8), "text b"},  // a zero byte is a byte
+        {std::string("<p cl\0ass=x ^>", 14), "attributes p"},
+        {"\xEF\xBB\xBF<p>^", "text p"},  // a byte order mark
+        {"\xC3<p>^", "text p"},          // a lead byte swallows nothing
+        {"<p \xFF\xFE ^>", "attributes p"},
+        {"<\xE6\x97\xA5\xE6\x9C\xAC^ ", "name \xE6\x97\xA5\xE6\x9C\xAC in -"},
     };
     for (const auto& c : cases) EXPECT_EQ(Where(c.FText), c.FExpect) << c.FText;
     EXPECT_EQ(Where("<script><b>^", "page.xsl"), "text b");  // raw content is an HTML matter
@@ -156,20 +158,14 @@ TEST(Caret, OpenTags) {
     for (const auto& c : cases) EXPECT_EQ(Open(c.FText), c.FExpect) << c.FText;
 }
 
-std::string Times(int count, std::string_view text) {
-    std::string result;
-    while (count-- > 0) result += text;
-    return result;
-}
-
 // Under many open tags a closing tag goes name by name, and drops what it would drop one by one.
 TEST(Caret, ManyOpenTags) {
-    for (int count : {10, 100}) {
-        std::string open = Times(count, "b1 ");
-        EXPECT_EQ(Open("<a></a><div><x><p><ul>" + Times(count, "<b>") + "</div>^"),
-                  open + "ul1 |" + Times(count, " </b>1") + " </ul>1")
+    for (size_t count : {10, 100}) {
+        std::string open = Repeat("b1 ", count);
+        EXPECT_EQ(Open("<a></a><div><x><p><ul>" + Repeat("<b>", count) + "</div>^"),
+                  open + "ul1 |" + Repeat(" </b>1", count) + " </ul>1")
             << count;
-        EXPECT_EQ(Open("<x>" + Times(count, "<li>") + "<y></x>^"), "|");
+        EXPECT_EQ(Open("<x>" + Repeat("<li>", count) + "<y></x>^"), "|");
     }
 }
 
@@ -240,23 +236,8 @@ TEST(Caret, ServerDirectives) {
     for (const auto& c : cases) EXPECT_EQ(Where(c.FText, "page.aspx"), c.FExpect) << c.FText;
 }
 
-// A block ends wherever it likes: names, values and end marks go on in the next.
-TEST(Caret, AcrossBlocks) {
-    constexpr int32_t BlockSize = TMLBufferProducer::BlockSize;
-    for (int32_t shift = -14; shift <= 14; ++shift) {
-        std::string fill(static_cast<size_t>(BlockSize - 40 + shift), 'x');
-        EXPECT_EQ(Where("<!--" + fill + "--><script></script><a href=\"v^\">"),
-                  "value href@" + std::to_string(fill.size() + 34) + " of a")
-            << shift;
-        EXPECT_EQ(Open("<p>" + fill + "</p><b><blink></blink>^"), "b1 | </b>1") << shift;
-        // The same with white space to cut at, and the line counted once.
-        std::string lines(static_cast<size_t>(BlockSize - 40 + shift), '\n');
-        EXPECT_EQ(Open(lines + "\r\n<p>\r\n\r\n<ul>^"), "ul" + std::to_string(lines.size() + 4) + " p" +
-                                                            std::to_string(lines.size() + 2) + " | </ul>" +
-                                                            std::to_string(lines.size() + 4) + " </p>" +
-                                                            std::to_string(lines.size() + 2))
-            << shift;
-    }
+// What is longer than a block.
+TEST(Caret, LongParts) {
     EXPECT_EQ(Where("<a href" + std::string(20000, ' ') + "= '^'>"), "value href@20011 of a");
     std::string value(40000, 'v');
     EXPECT_EQ(Where("<a title='" + value + "' href='^'>"),
@@ -270,12 +251,8 @@ std::string Behind(TTestHost& host, size_t fill, char filler, const std::string&
     TParseState state = StateOf(host);
     auto before = static_cast<int32_t>(fill);
     bool isLines = filler == '\n';
-    std::string result = Where([&] {
-                             auto s = state;
-                             s.ValueColumn -= isLines ? 0 : before;
-                             return s;
-                         }()) +
-                         " " + state.Regions + " " +
+    state.ValueColumn -= isLines ? 0 : before;
+    std::string result = Where(state) + " " + state.Regions + " " +
                          std::to_string(state.RegionStart - (state.RegionStart < 0 ? 0 : before));
     for (const auto& tag : state.AtCaret)
         result += " " + tag.Name + std::to_string(tag.Line - isLines * before) + "@" +
@@ -290,32 +267,33 @@ std::string Behind(TTestHost& host, size_t fill, char filler, const std::string&
 
 // Wherever the border falls, in a mark, a name, a string or a region, all is as without it.
 TEST(Caret, RegionsAcrossBlocks) {
-    const struct {
-        const char* FText;
-    } cases[] = {
-        {"<!-- <p> -- a --><b>t^"},
-        {"<b><!--a-b^"},
-        {"<script>a<b'\n</script><p>^"},
-        {"<style>p>b{}</style><p>t^"},
-        {"<style>p>b{^}</style>"},
-        {"<textarea><p></textarea><b>^"},
-        {"<?pi <b 'x' ?><p>^"},
-        {"<?pi \"<b> ^ "},
-        {"<?xml version='1.0'?><br><p>^"},
-        {"<% a>b %><p>^</p>"},
-        {"<%--<%a%>b--%><p>^"},
-        {"<%@ no a %><p>^"},
-        {"<!DOCTYPE html SYSTEM 'loose.dtd'><p>^"},
-        {"<p class='x y'/><b id=\"^z\">"},
-        {"<p/class='x'>t<b>^"},  // the closing quote is the last byte of a block
-        {"<a target=_s^>t</a>"},
-        {"<p class=x\r\nid='y' ^><b>"},
-        {"<div\r\n<%= a %> class=x ^>"},
-        {"<ul><li>\xC3\xA9 &amp; <br/></li></ul\n><b>^"},
+    const std::string texts[] = {
+        "<!-- <p> -- a --><b>t^",
+        "<b><!--a-b^",
+        "<script>a<b'\n</script><p>^",
+        "<style>p>b{}</style><p>t^",
+        "<style>p>b{^}</style>",
+        "<textarea><p></textarea><b>^",
+        "<?pi <b 'x' ?><p>^",
+        "<?pi \"<b> ^ ",
+        "<?xml version='1.0'?><br><p>^",
+        "<% a>b %><p>^</p>",
+        "<%--<%a%>b--%><p>^",
+        "<%@ no a %><p>^",
+        "<!DOCTYPE html SYSTEM 'loose.dtd'><p>^",
+        "<p class='x y'/><b id=\"^z\">",
+        "<p/class='x'>t<b>^",  // the closing quote is the last byte of a block
+        "<a target=_s^>t</a>",
+        "<p class=x\r\nid='y' ^><b>",
+        "<div\r\n<%= a %> class=x ^>",
+        "<ul><li>\xC3\xA9 &amp; <br/></li></ul\n><b>^",
+        "<script></script><a href=\"v^\">",
+        "<b><blink></blink>^",
+        "\r\n<p>\r\n\r\n<ul>^",
     };
     TTestHost host{THostOptions()};
-    for (const auto& c : cases) {
-        std::string text = c.FText, first;
+    for (const auto& text : texts) {
+        std::string first;
         Behind(host, 0, 'x', text);  // the schema is loaded
         for (char filler : {'x', '\n'}) {
             std::string expected = Behind(host, 10, filler, text);
@@ -332,32 +310,17 @@ TEST(Caret, RegionsAcrossBlocks) {
 
 // A caret beyond column 32,767 is known by its offset.
 TEST(Caret, BeyondTheLastColumn) {
-    std::string row;
-    for (int i = 0; i < 9000; ++i) row += "<b>x</b>";
+    std::string row = Repeat("<b>x</b>", 9000);
     EXPECT_EQ(Where(row + "<div><ul^ "), "name ul in div");
     EXPECT_EQ(Propose(row + "<a target=\"_s^\">" + row), "_self");
 }
 
 // Made-up attributes are bounded; those that the schema knows count behind them as well.
 TEST(Caret, TagOfManyAttributes) {
-    std::string names;
-    for (int i = 0; i < 20000; ++i) names += "x ";
-    TTestHost host("<a " + names + "href=x ^>");
+    TTestHost host("<a " + Repeat("x ", 20000) + "href=x ^>");
     host.Parse();
     EXPECT_EQ(StateOf(host).Written.size(), 10001u);
     EXPECT_EQ(host.Manager().GetHiddenAttrCount(), 1);
-}
-
-TEST(Caret, AnyBytes) {
-    const TCase cases[] = {
-        {std::string("<p>\0<b>^", 8), "text b"},  // a zero byte is a byte
-        {std::string("<p cl\0ass=x ^>", 14), "attributes p"},
-        {"\xEF\xBB\xBF<p>^", "text p"},  // a byte order mark
-        {"\xC3<p>^", "text p"},          // a lead byte swallows nothing
-        {"<p \xFF\xFE ^>", "attributes p"},
-        {"<\xE6\x97\xA5\xE6\x9C\xAC^ ", "name \xE6\x97\xA5\xE6\x9C\xAC in -"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(Where(c.FText), c.FExpect) << c.FText;
 }
 
 }  // namespace
