@@ -2,6 +2,7 @@
 // as the document spells them.
 #include <gtest/gtest.h>
 
+#include "support/Cases.h"
 #include "support/TestHost.h"
 #include "symbols/FileToSchemaMapper.h"
 
@@ -27,9 +28,7 @@ public:
 };
 
 TEST(Namespaces, NamesAsTheDocumentSpellsThem) {
-    const std::string longest(100, 'p'), s = " xmlns:s='urn:shelf'";
-    std::string many;
-    for (int i = 0; i < 64; ++i) many += " xmlns:n" + std::to_string(i) + "='x'";
+    const std::string longest(100, 'p'), s = " xmlns:s='urn:shelf'", many = Numbered(" xmlns:n$='x'", 64);
     const struct {
         const char* FFile;
         std::string FText, FExpect;

@@ -59,10 +59,8 @@ TEST_F(DTDFiles, FilesThatIncludeEachOtherTwice) {
 }
 
 TEST(DTDLimits, EntitiesThatGrowByPowersOfTen) {
-    std::string text = "<!ENTITY % e0 'x|'>\n";
-    for (int i = 1; i < 12; ++i)
-        text += "<!ENTITY % e" + std::to_string(i) + " '" + Repeat("%e" + std::to_string(i - 1) + ";", 10) +
-                "'>\n";
+    std::string text =
+        "<!ENTITY % e0 'x|'>\n" + Numbered("<!ENTITY % e$+ '" + Repeat("%e$;", 10) + "'>\n", 11);
     EXPECT_TRUE(TDTDRun(text + "<!ELEMENT a (%e11;)>").AllMessages().starts_with("!13: Schema too large"));
     EXPECT_TRUE(
         TDTDRun(text + "<![IGNORE[ %e11; ]]>").AllMessages().starts_with("!13: Too much text in entities"));
@@ -89,9 +87,7 @@ TEST(DTDLimits, DeepAndWide) {
     TDTDRun names("<!ELEMENT " + open + "b" + close + " - O EMPTY>");
     EXPECT_EQ(ShowElement(names.Element("b")), "b -O [EMPTY]");
 
-    std::string many, attributes;
-    for (int i = 0; i < 1000; ++i) many += "|\ne" + std::to_string(i);
-    for (int i = 0; i < 1000; ++i) attributes += " \na" + std::to_string(i) + " CDATA #IMPLIED";
+    const std::string many = Numbered("|\ne$", 1000), attributes = Numbered(" \na$ CDATA #IMPLIED", 1000);
     for (const auto& text :
          {"<!ATTLIST (x" + many + ")" + attributes + ">", "<!ELEMENT a (" + Repeat("b,\n", 600'000) + "c)>"})
         EXPECT_TRUE(TDTDRun(text).Messages.at(0).ends_with("Schema too large")) << text.substr(0, 20);

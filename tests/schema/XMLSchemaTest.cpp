@@ -91,16 +91,12 @@ TEST(XMLSchema, BoundsOfHostileFiles) {
     constexpr size_t Deep = 100000;
     const std::string a = "<xs:element name='a'/>", end = "</xs:complexType>";
     const std::string root = "<xs:element name='r' type='T'/><xs:complexType name='T'>";
-    std::string twice, chain = root + end;
-    for (int i = 0; i < 64; ++i) {  // every group names the next one twice
-        std::string next = Repeat("<xs:group ref='g" + std::to_string(i + 1) + "'/>", 2);
-        twice += "<xs:group name='g" + std::to_string(i) + "'><xs:sequence>" + a + next +
-                 "</xs:sequence></xs:group>";
-    }
-    for (int i = 0; i < 3000; ++i)  // every type extends the next one
-        chain += "<xs:complexType name='T" + std::to_string(i) +
-                 "'><xs:complexContent><xs:extension base='T" + std::to_string(i + 1) + "'><xs:sequence>" +
-                 a + "</xs:sequence></xs:extension></xs:complexContent></xs:complexType>";
+    const std::string next = Repeat("<xs:group ref='g$+'/>", 2);
+    const std::string twice =
+        Numbered("<xs:group name='g$'><xs:sequence>" + a + next + "</xs:sequence></xs:group>", 64);
+    const std::string extended = "<xs:complexContent><xs:extension base='T$+'><xs:sequence>" + a +
+                                 "</xs:sequence></xs:extension></xs:complexContent>";
+    const std::string chain = Numbered("<xs:complexType name='T$'>" + extended + end, 3000);
     const std::string inner = "<xs:choice><xs:element name='q' xmlns:q='u' type='q:x'/>";
     const std::string nested = "<xs:sequence><xs:element name='e'><xs:complexType>";
     const struct {
@@ -110,7 +106,7 @@ TEST(XMLSchema, BoundsOfHostileFiles) {
         {root + Repeat("<xs:sequence>", Deep) + a + Repeat("</xs:sequence>", Deep) + end, "r(a)"},
         {root + Repeat(inner, Deep) + Repeat("</xs:choice>", Deep) + end, nullptr},
         {root + "<xs:group ref='g0'/>" + end + twice, nullptr},
-        {"<xs:element name='r' type='T0'/>" + chain, nullptr},
+        {"<xs:element name='r' type='T0'/>" + root + end + chain, nullptr},
         {root + Repeat(nested, Deep) + Repeat("</xs:complexType></xs:element></xs:sequence>", Deep) + end,
          "r(e)"},
         {"<xs:annotation/>" + Repeat("<!-- a long comment that fills the file -->", 1200000), ""},

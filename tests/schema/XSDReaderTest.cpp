@@ -122,11 +122,10 @@ TEST(XSDReader, FilesThatAreNoSchema) {
 TEST(XSDReader, BoundsOfHostileFiles) {
     const std::string open = "<xsd:element name='a'><xsd:complexType><xsd:choice>";
     const std::string close = "</xsd:choice></xsd:complexType></xsd:element>";
-    std::string twice = "<xsd:attributeGroup name='g0'><xsd:attribute name='x'/></xsd:attributeGroup>";
-    for (int i = 1; i < 64; ++i) {  // every group names the one before it twice, the newest is done first
-        std::string next = Repeat("<xsd:attributeGroup ref='g" + std::to_string(i - 1) + "'/>", 2);
-        twice += "<xsd:attributeGroup name='g" + std::to_string(i) + "'>" + next + "</xsd:attributeGroup>";
-    }
+    // Every group names the one before it twice; the newest is done first.
+    const std::string next = Repeat("<xsd:attributeGroup ref='g$'/>", 2), end = "</xsd:attributeGroup>";
+    const std::string twice = "<xsd:attributeGroup name='g0'><xsd:attribute name='x'/>" + end +
+                              Numbered("<xsd:attributeGroup name='g$+'>" + next + end, 63);
     const std::string crowd =
         "<xsd:complexType><xsd:choice><xsd:element name='a'/></xsd:choice></xsd:complexType>";
     const struct {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "Sheets.h"
+#include "support/Cases.h"
 #include "support/Split.h"
 
 namespace caretwell {
@@ -155,26 +156,19 @@ TEST(Parser, Messages) {
 // Depth costs neither stack nor more than linear time, and any prefix is a sheet.
 TEST(Parser, DeepAndLong) {
     TSheetParser parser;
-    auto repeat = [](std::string_view text, int count) {
-        std::string result;
-        for (int i = 0; i < count; ++i) result += text;
-        return result;
-    };
     constexpr int Depth = 100'000;
-    EXPECT_EQ(parser.Answer(repeat("a { ", Depth) + "width: ^"), "kpExpr width");
-    EXPECT_EQ(parser.Answer(repeat("a { ", Depth) + repeat("} ", Depth - 1) + "w^"), "kpProperty");
-    EXPECT_EQ(parser.Answer(repeat("a { ", Depth) + repeat("} ", Depth) + "w^"), "kpRule");
-    EXPECT_EQ(parser.Answer("a { width: " + repeat("b(", Depth) + "^"), "kpExpr width");
-    EXPECT_EQ(parser.Answer("a { color: " + repeat("b(", Depth) + repeat(")", Depth) + "; width: ^"),
+    EXPECT_EQ(parser.Answer(Repeat("a { ", Depth) + "width: ^"), "kpExpr width");
+    EXPECT_EQ(parser.Answer(Repeat("a { ", Depth) + Repeat("} ", Depth - 1) + "w^"), "kpProperty");
+    EXPECT_EQ(parser.Answer(Repeat("a { ", Depth) + Repeat("} ", Depth) + "w^"), "kpRule");
+    EXPECT_EQ(parser.Answer("a { width: " + Repeat("b(", Depth) + "^"), "kpExpr width");
+    EXPECT_EQ(parser.Answer("a { color: " + Repeat("b(", Depth) + Repeat(")", Depth) + "; width: ^"),
               "kpExpr width");
-    EXPECT_EQ(parser.Answer("a { color: " + repeat("(", Depth) + "; width: ^"), "kpExpr width");
-    EXPECT_EQ(parser.Answer(repeat("a[", Depth) + "^"), "kpRule");
+    EXPECT_EQ(parser.Answer("a { color: " + Repeat("(", Depth) + "; width: ^"), "kpExpr width");
+    EXPECT_EQ(parser.Answer(Repeat("a[", Depth) + "^"), "kpRule");
     // The newest declaration does not end with its rule.
-    EXPECT_EQ(parser.Answer("@charset 'u'; " + repeat("a { margin: 0 } ", Depth) + "@media print { ^"),
+    EXPECT_EQ(parser.Answer("@charset 'u'; " + Repeat("a { margin: 0 } ", Depth) + "@media print { ^"),
               "kpExpr margin");
-    std::string media = "@media ";
-    for (int i = 0; i < Depth; ++i) media += "m" + std::to_string(i) + ",";
-    EXPECT_EQ(parser.Answer(media + "x { a { width: ^"), "kpExpr width");
+    EXPECT_EQ(parser.Answer("@media " + Numbered("m$,", Depth) + "x { a { width: ^"), "kpExpr width");
 }
 
 TEST(Parser, EveryPrefix) {

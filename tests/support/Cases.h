@@ -44,4 +44,17 @@ inline std::string Repeat(std::string_view text, size_t count) {
     return all;
 }
 
+/// The text for 0, 1 and so on: "$" is the number, "$+" the next one.
+inline std::string Numbered(std::string_view text, int count) {
+    std::string all;
+    for (int i = 0; i < count; ++i)
+        for (size_t at = 0; at < text.size(); ++at) {
+            bool isNext = text.substr(at, 2) == "$+";
+            if (text[at] == '$') all += std::to_string(i + isNext);
+            else all += text[at];
+            at += isNext;
+        }
+    return all;
+}
+
 }  // namespace caretwell

@@ -161,14 +161,9 @@ TEST_F(Load, BrokenFilesGiveWhatCouldBeRead) {
 }
 
 TEST_F(Load, LargeModelsEndInAMessage) {
-    std::string names, open, close;
-    for (int i = 0; i < 2000; ++i) names += (i ? "|\n" : "") + std::string("e") + std::to_string(i);
-    for (int i = 0; i < 100'000; ++i) open += "(\n", close += ")\n";
-    std::string many, declarations;
-    for (int i = 0; i < 50'000; ++i) {
-        many += "|\nm" + std::to_string(i);
-        declarations += "<!ELEMENT m" + std::to_string(i) + " - - (a)>\n";
-    }
+    const std::string names = "e0" + Numbered("|\ne$+", 1999), many = Numbered("|\nm$", 50'000);
+    const std::string open = Repeat("(\n", 100'000), close = Repeat(")\n", 100'000);
+    const std::string declarations = Numbered("<!ELEMENT m$ - - (a)>\n", 50'000);
     const struct {
         std::string FText;
         bool FIsWhole;
@@ -190,10 +185,9 @@ TEST_F(Load, LargeModelsEndInAMessage) {
 
 // What one table has asked for costs the next one nothing.
 TEST_F(Load, AttributesOfManyTables) {
-    std::string steps;
-    for (int i = 0; i < 49'000; ++i) steps += "<![CDATA[]]>";
-    std::string file = Write("d.xsd", Whole("<xs:element name='r'><xs:complexType><xs:attribute name='a'/>" +
-                                            steps + "</xs:complexType></xs:element>"));
+    std::string file =
+        Write("d.xsd", Whole("<xs:element name='r'><xs:complexType><xs:attribute name='a'/>" +
+                             Repeat("<![CDATA[]]>", 49'000) + "</xs:complexType></xs:element>"));
     for (size_t spent = 0; spent < TXMLSchemaLibrary::MaxSteps + 200'000; spent += 98'000) {
         ASSERT_EQ(TTable(file).Attributes("r"), "a=@default") << spent;
     }
@@ -225,12 +219,10 @@ TEST_F(Load, BrokenSchemas) {
 }
 
 TEST_F(Load, LargeSchemas) {
-    std::string chain;
-    for (int i = 0; i < 25000; ++i) {
-        std::string number = std::to_string(i);
-        chain += "<xs:complexType name='T" + number + "'><xs:sequence><xs:element name='e" + number +
-                 "' type='T" + std::to_string(i + 1) + "'/></xs:sequence></xs:complexType>";
-    }
+    const std::string chain = Numbered(
+        "<xs:complexType name='T$'><xs:sequence><xs:element name='e$' "
+        "type='T$+'/></xs:sequence></xs:complexType>",
+        25000);
     TTable table;
     table.Load(Write("chain.xsd", Whole("<xs:element name='r' type='T0'/>" + chain)));
     EXPECT_EQ(table.Show("r e0"), "r: e0; e0: e1");
