@@ -133,7 +133,7 @@ private:
     // Typing aids
     std::vector<TNibEdit> AidsAt(INibEditView& view) const;
     std::vector<TNibEdit> AidsInText(INibEditView& view) const;
-    std::optional<TNibEdit> ComposeClosingTag(int32_t caret) const;
+    std::optional<TNibEdit> ComposeClosingTag(INibEditView& view, int32_t caret) const;
     void HelpTyping(const TRef<INibEditView>& view, const TRef<INibMLTag>& context);
 
     // From choice to text

@@ -27,6 +27,17 @@ bool CanQuoteBefore(std::string_view following) {
     return following.empty() || std::string_view(" \t\r\n></?%").find(following[0]) != std::string_view::npos;
 }
 
+/// A "</" outside of quotes: the ">" that comes after it is not that of the tag it stands in.
+bool HoldsClosingTag(std::string_view tag) {
+    char quote = 0;
+    for (size_t i = 0; i + 1 < tag.size(); ++i) {
+        if (quote) quote = tag[i] == quote ? '\0' : quote;
+        else if (tag[i] == '"' || tag[i] == '\'') quote = tag[i];
+        else if (tag[i] == '<' && tag[i + 1] == '/') return true;
+    }
+    return false;
+}
+
 /// An "=" without anything after it gets a pair of quotes, and the caret goes between.
 std::vector<TNibEdit> ComposeQuotes(INibEditView& view) {
     int32_t caret = CaretOffsetOf(view);
@@ -73,19 +84,20 @@ std::vector<TNibEdit> TMLKibitzManager::AidsInText(INibEditView& view) const {
             {.Start = place, .End = place, .Text = needsBlank ? u" /" : u"/", .Caret = 0, .EditorId = {}});
         moved += 1 + needsBlank;
     }
-    if (auto closing = FInvokeKey == '>' ? ComposeClosingTag(caret) : std::nullopt)
+    if (auto closing = FInvokeKey == '>' ? ComposeClosingTag(view, caret) : std::nullopt)
         edits.push_back(std::move(*closing));
     for (TNibEdit& edit : edits) edit.Caret = moved;
     return edits;
 }
 
 /// For a ">" that has just ended the opening tag of an element that nothing closes.
-std::optional<TNibEdit> TMLKibitzManager::ComposeClosingTag(int32_t caret) const {
+std::optional<TNibEdit> TMLKibitzManager::ComposeClosingTag(INibEditView& view, int32_t caret) const {
     auto tag = FSymbols.GetCurrentTag();
     auto* entry = GetParser().GetTagStack();
     if (!tag || !entry || entry->OffsetEnd != caret - 1 || !SameText(entry->Tag->GetName(), tag->GetName()))
         return std::nullopt;
     if (!tag->GetRequiresClosingTag() && tag->GetEmpty()) return std::nullopt;
+    if (HoldsClosingTag(ReadBytes(view, entry->OffsetStart, caret))) return std::nullopt;
     std::u16string name = u"</" + std::u16string(tag->GetName()) + u">";
     for (int32_t i = FSymbols.GetClosedTagsCount() - 1; i >= 0; --i)
         if (SameText(FSymbols.GetCloseTags(i)->GetName(), name))
