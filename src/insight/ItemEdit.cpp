@@ -82,14 +82,14 @@ TEdit TMLKibitzManager::ComposePlain(const TChoice& choice) {
 
 // A blank that chose an item parts it from what comes next; a Tab is one too, since no
 // tab character was meant. In text it is not wanted before the ";" of an entity, nor after
-// a ">" or an attribute that waits for its value.
+// a ">" or an attribute that waits for its value, and never between quotes for one.
 TEdit TMLKibitzManager::WithClosingKey(TEdit edit, const TChoice& choice) const {
     if (!IsBlank(choice.Key) || !edit.IsWriting()) return edit;
     const TMLParser& parser = GetParser();
     bool isInText = !parser.FInTag && !parser.FCaretInTagName;
     char16_t last = edit.Text.empty() ? u'\0' : edit.Text.back();
-    bool isUnwanted =
-        last == u'>' || (isInText && (last == u'=' || last == u'"')) || (FEntityMode && last != u';');
+    bool isUnwanted = last == u'>' || edit.Text.ends_with(u"=\"\"") ||
+                      (isInText && (last == u'=' || last == u'"')) || (FEntityMode && last != u';');
     if (!isUnwanted) AddAtCaret(edit, u" ");
     return edit;
 }

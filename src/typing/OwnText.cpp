@@ -11,6 +11,11 @@ namespace {
 // No closing tag that anyone types over is longer.
 constexpr int32_t LongestAid = 300;
 constexpr size_t MostSlashes = 100;
+constexpr char32_t KeyEscape = 27;
+
+constexpr bool IsQuote(char32_t c) { return c == '"' || c == '\''; }
+/// Neither a blank, nor the end of the tag, nor a quote of one's own begin a value in quotes.
+constexpr bool EndsEmptyValue(char32_t key) { return key <= ' ' || key == '>' || IsQuote(key); }
 
 // The characters of the line next to the caret: so many after it, or before it if negative.
 std::u16string ReadBeside(INibEditView& view, int32_t count) {
@@ -58,12 +63,14 @@ void TOwnText::NoteAid(INibEditView& view, const TBefore& before) {
         NoteSlash(view, caret, moved);
         return;
     }
-    bool isQuote = ahead.starts_with(u'"') || ahead.starts_with(u'\'');
+    bool isQuote = !ahead.empty() && IsQuote(ahead[0]);
     size_t size = isQuote ? 1 : ahead.find(u'>') + 1;
     std::u16string_view rest = std::u16string_view(ahead).substr(size);
     if (size == 0 || !before.Ahead.starts_with(rest)) return;
     FAhead.insert(FAhead.begin(), ahead.substr(0, size));
-    if (isQuote && moved == 1) FBehind = ahead[0];
+    if (!isQuote || moved != 1) return;
+    FBehind = ahead[0];
+    FQuotes = TQuotes::Empty;
 }
 
 void TOwnText::NoteSlash(INibEditView& view, int32_t end, int32_t size) {
@@ -81,25 +88,65 @@ char16_t TOwnText::NoteChoice(INibEditView& view, std::u16string_view name) {
                  std::u16string_view(u":;=\"'").find(last[0]) != std::u16string_view::npos &&
                  !name.ends_with(last[0]);
     FBehind = isOwn ? last[0] : u'\0';
+    bool isPair =
+        isOwn && IsQuote(last[0]) && ReadBeside(view, 1) == last && ReadBeside(view, -2).starts_with(u'=');
+    FQuotes = isPair ? TQuotes::Empty : TQuotes::None;
+    if (isPair) FAhead.insert(FAhead.begin(), last);
     return FBehind;
 }
 
 void TOwnText::Check(INibEditView& view, int32_t caret) {
     if (CaretOffsetOf(view) != caret) return Forget();
     while (!FSlashes.empty() && FSlashes.back().End > caret) FSlashes.pop_back();
+    if (FAhead.empty() || FAhead.front().size() > 1) FQuotes = TQuotes::None;
     if (FAhead.empty()) return;
     std::u16string text;
     for (const auto& aid : FAhead) text += aid;
     if (ReadBeside(view, CountCharacters(std::u16string_view(text))) != text) FAhead.clear();
 }
 
+void TOwnText::DropQuotes(INibEditView& view, char32_t key) {
+    if (FQuotes != TQuotes::Empty || key == KeyEscape || key == FBehind) return;
+    FQuotes = TQuotes::Plain;
+    if (EndsEmptyValue(key)) TakeQuotes(view);
+}
+
 bool TOwnText::TypeOver(INibEditView& view, char32_t key) {
-    if (std::exchange(FBehind, u'\0') == key && key != 0) return true;
+    if (key == KeyEscape) return false;
+    if (std::exchange(FBehind, u'\0') == key && key != 0) {
+        FQuotes = TQuotes::None;
+        return true;
+    }
     bool isAhead = !FAhead.empty() && FAhead.front().size() == 1 && FAhead.front()[0] == key;
-    if (!isAhead) return false;
+    if (isAhead) LeaveQuotes(view);
+    return isAhead;
+}
+
+void TOwnText::LeaveQuotes(INibEditView& view) {
     FAhead.erase(FAhead.begin());
+    FQuotes = TQuotes::None;
     PositionOf(view)->MoveBy(0, 1);
-    return true;
+}
+
+void TOwnText::TakeQuotes(INibEditView& view) {
+    PositionOf(view)->DeleteBack(1);
+    TakeClosingQuote(view);
+}
+
+void TOwnText::TakeClosingQuote(INibEditView& view) {
+    DeleteAhead(view, FAhead.front());
+    FAhead.erase(FAhead.begin());
+    FQuotes = TQuotes::None;
+}
+
+void TOwnText::TextDeleted(INibEditView& view) {
+    FBehind = 0;
+    bool isOpeningGone = FQuotes == TQuotes::Empty && ReadBeside(view, -1) == u"=" && !FAhead.empty() &&
+                         ReadBeside(view, 1) == FAhead.front();
+    if (isOpeningGone) TakeClosingQuote(view);
+    std::u16string before = ReadBeside(view, -2);
+    bool isEmptied = FQuotes == TQuotes::Plain && before.starts_with(u'=') && IsQuote(before.back());
+    if (isEmptied) FQuotes = TQuotes::Empty;
 }
 
 void TOwnText::KeyTyped(INibEditView& view, char32_t key) {
@@ -153,6 +200,7 @@ bool TOwnText::TakeSlash(INibEditView& view, std::u16string_view name) {
 void TOwnText::Forget() {
     FAhead.clear();
     FBehind = 0;
+    FQuotes = TQuotes::None;
     FSlashes.clear();
 }
 

@@ -32,20 +32,33 @@ public:
 
     /// Forgets what is no longer where it was. caret: where the last key left it.
     void Check(INibEditView& view, int32_t caret);
+    /// The key goes into the text. Takes away quotes that it does not want around it.
+    void DropQuotes(INibEditView& view, char32_t key);
     /// The key is there already: it is not to be typed. Moves the caret behind it.
     bool TypeOver(INibEditView& view, char32_t key);
     /// The key has been typed. One that ends a closing tag takes the engine's own away.
     void KeyTyped(INibEditView& view, char32_t key);
+    /// Text before the caret was deleted. With the opening quote goes the closing one.
+    void TextDeleted(INibEditView& view);
+    /// A value without quotes is being typed between the engine's.
+    bool IsInPlainValue() const { return FQuotes == TQuotes::Plain; }
+    /// Moves the caret behind the closing quote.
+    void LeaveQuotes(INibEditView& view);
     void Forget();
     bool HasClosingTag() const { return !FAhead.empty() && FAhead.front().size() > 1; }
 
 private:
     void NoteSlash(INibEditView& view, int32_t end, int32_t size);
     void TakeClosingTag(INibEditView& view, std::u16string_view name);
+    void TakeQuotes(INibEditView& view);
+    void TakeClosingQuote(INibEditView& view);
     bool TakeSlash(INibEditView& view, std::u16string_view name);
 
     std::vector<std::u16string> FAhead;  // from the caret on, the innermost first
     char16_t FBehind = 0;                // directly before the caret
+    // The engine's pair of quotes around the caret, of which nobody has typed the first.
+    enum class TQuotes { None, Empty, Plain };
+    TQuotes FQuotes = TQuotes::None;
     // Slashes before the caret, in text that was typed without a pause since. What is typed
     // later may show that the element was not meant to be empty.
     struct TSlash {

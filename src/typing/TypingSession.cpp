@@ -51,6 +51,10 @@ bool TTypingSession::KeyDown(char32_t key) {
     }
     FOwn.Check(*view, FCaret);
     if (key == ';' || key == '{' || key == '}' || key == KeyEnter) FIsInValue = false;
+    if (!IsOpen() || !Takes(key)) {
+        FOwn.DropQuotes(*view, key);
+        if (FOwn.IsInPlainValue() && EndsPlainValue(key)) FOwn.LeaveQuotes(*view);
+    }
     if (FOwn.TypeOver(*view, key)) {
         if (CaretOffsetOf(*view) != FCaret) EndList(false);
         Settle();
@@ -74,6 +78,7 @@ void TTypingSession::TextDeleted() {
     auto view = FHost.View();
     if (!view) return;
     TValueScope<bool> working(FIsBusy, true);
+    FOwn.TextDeleted(*view);
     if (IsOpen() && CaretOffsetOf(*view) < FTokenStart) EndList(false);
     if (IsOpen()) Refilter();
     Settle();
@@ -326,6 +331,15 @@ bool TTypingSession::PressInList(char32_t key) {
     if (key == '/' && FTrigger == '<' && FToken.empty()) FNext = TNext::ClosingTags;
     EndList(false);
     return false;
+}
+
+// A ">" does, and a blank after one of the values, unless another goes on with it.
+bool TTypingSession::EndsPlainValue(char32_t key) const {
+    if (key == '>') return true;
+    if (key != ' ' || SelectedIndex() < 0 || NameOf(SelectedIndex()) != FToken) return false;
+    for (int32_t i = 0; i < ItemCount(); ++i)
+        if (NameOf(i).starts_with(FToken + u' ')) return false;
+    return true;
 }
 
 bool TTypingSession::TakeChoice(char32_t key) {

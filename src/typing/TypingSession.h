@@ -140,6 +140,7 @@ private:
 
     // With a list.
     bool PressInList(char32_t key);
+    bool EndsPlainValue(char32_t key) const;
     bool TakeChoice(char32_t key);
     bool CloseWithout(char32_t key);
     TNibKeyUse FindKeyUse(INibEditView& view, char32_t key, int32_t caret) const;

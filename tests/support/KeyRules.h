@@ -55,7 +55,10 @@ std::string Judge(TDocument& document, bool takes, std::string_view typed, size_
         return isWord ? std::string() : "more than a word:" + what;
     }
     std::string removed = change.Removed, inserted = change.Inserted;
-    if (deleted > 0) return removed.size() <= deleted && inserted.empty() ? std::string() : "deleted:" + what;
+    // Quotes go in pairs.
+    bool isPair = removed == "\"\"" && deleted == 1;
+    if (deleted > 0)
+        return (isPair || removed.size() <= deleted) && inserted.empty() ? std::string() : "deleted:" + what;
     size_t own = inserted.find(typed);
     if (own != std::string::npos && !typed.empty()) inserted.erase(own, typed.size());
     return IsEngineText(removed) && IsEngineText(inserted) ? std::string() : "not what was typed:" + what;

@@ -177,10 +177,23 @@ TEST(Typing, OwnText) {
         {"<p><a target^>x</a>\n", "{Enter}", "<p><a target\n^>x</a>\n"},
     };
     for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys), c.FExpect) << c.FText << " + " << c.FKeys;
+    // The ">" of a closing tag, before which another tag was left without one.
+    const std::string sheet = "<xsl:stylesheet xmlns:xsl=\"http://www.w3.org/1999/XSL/Transform\">",
+                      broken = "<xsl:template match=\"/\"><xsl:if test=\"a\"</xsl:template>";
+    EXPECT_EQ(Typed(sheet + "^", broken, false, "a.xsl"), sheet + broken + "^");
     const TCase quoted[] = {
         {"<p><a ^>x</a>\n", "target=\"_top\" c", "<p><a target=\"_top\" c^>x</a>\n"},
         {"<p><a ^>x</a>\n", "target=_top\" c", "<p><a target=\"_top\" c^>x</a>\n"},
         {"<p><a ^>x</a>\n", "target={Enter}\"", "<p><a target=\"_blank\"^>x</a>\n"},
+        {"<p><a ^>x</a>\n", "target= \"_top\"", "<p><a target= \"_top\"^>x</a>\n"},
+        {"<p><a ^>x</a>\n", "target='_top' c", "<p><a target='_top' c^>x</a>\n"},
+        {"<p><a ^>x</a>\n", "target={Esc}\"_top\"", "<p><a target=\"_top\"^>x</a>\n"},
+        {"<p><a ^>x</a>\n", "target=_top c", "<p><a target=\"_top\" c^>x</a>\n"},
+        {"<p>^</p>\n", "<a target=><a target=x>", "<p><a target=><a target=\"x\">^</a></a></p>\n"},
+        {"<p><a ^>x</a>\n", "target=_to{Backspace}{Backspace}{Backspace}{Backspace}",
+         "<p><a target=^>x</a>\n"},
+        {"<p><a ^>x</a>\n", "{Ctrl+Space}ta{Tab}\"_top\"", "<p><a target=\"_top\"^>x</a>\n"},
+        {"<p><a ^>x</a>\n", "{Ctrl+Space}ta{Enter}{Backspace}", "<p><a target=^>x</a>\n"},
     };
     for (const auto& c : quoted)
         EXPECT_EQ(Typed(c.FText, c.FKeys, true), c.FExpect) << c.FText << " + " << c.FKeys;
