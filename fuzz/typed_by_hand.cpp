@@ -1,13 +1,15 @@
 // Types real files key by key into the embedded host, taking nothing from a list, and
 // compares: what is typed by hand must come out as it was typed.
 //
-//     typed_by_hand [--schemas FOLDER] [--map .EXT=SCHEMA]... [--limit BYTES] [--show N] FILE...
+//     typed_by_hand [--schemas FOLDER] [--map .EXT=SCHEMA]... [--limit BYTES] [--places N] [--show N] FILE...
 //
 // Each file is typed from nothing, and the largest piece of it that closes what it opens
-// into the middle of the file before it, with the typing aids off and on; then undo takes
-// all of it back. Files beyond the limit (50,000) are passed over. A table of shares for
-// each kind of file, in front of it the first difference of up to N failures each; exit
-// status 1 if anything failed with the aids off, or a file that closes what it opens with them on.
+// into the middle of the file before it and at N places drawn by chance (1), with the typing
+// aids off, on, and on with quotes; then undo takes all of it back. Files beyond the limit
+// (50,000) are passed over. A table of shares for each kind of file, in front of it the first
+// difference of up to N failures each; exit status 1 if anything failed with the aids off, or
+// a file that closes what it opens with them on. Of values without quotes nothing is asked
+// where quotes come by themselves.
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -15,6 +17,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <random>
 
 #include "Balance.h"
 #include "cli/Engine.h"
@@ -31,6 +34,9 @@ struct TWork {
     std::string Before, Typed, After;
     bool IsClosed = false;  // closes what it opens
 };
+
+enum class TAids { Bare, On, Quotes };
+constexpr const char* AidNames[] = {", bare", ", aids", ", quotes"};
 
 struct TShare {
     int Count = 0, Right = 0;
@@ -62,8 +68,10 @@ class TTypist {
 public:
     TTypist(TEngine& engine, int show) : FEngine(engine), FShow(show) {}
 
-    void Type(const TWork& work, std::string_view kind, std::string_view way, bool hasAids) {
+    void Type(const TWork& work, std::string_view kind, std::string_view way, TAids aids) {
+        bool hasAids = aids != TAids::Bare;
         FEngine.Host().Settings().Override("Auto Code Completions", hasAids ? "True" : "False");
+        FEngine.Markup().SetAutoQuote(aids == TAids::Quotes);
         TDocument& document = FEngine.Open(work.Before + work.After, work.Name);
         document.View().SetCaretOffset(static_cast<int32_t>(work.Before.size()));
         Keys(document, ToUtf16(work.Typed));
@@ -75,7 +83,7 @@ public:
         bool isUndone = document.Text().Text() == work.Before + work.After;
         FEngine.Host().CloseDocument(document);
 
-        std::string row = std::string(way) + (hasAids ? ", aids" : ", bare");
+        std::string row = std::string(way) + AidNames[static_cast<size_t>(aids)];
         if (hasAids) row += work.IsClosed ? ", closed" : ", open";
         FShares[std::string(kind)][row].Add(isRight);
         FShares[std::string(kind)]["undone"].Add(isUndone);
@@ -130,7 +138,7 @@ private:
 struct TCall {
     TEngineOptions Options;
     size_t Limit = 50000;
-    int Show = 3;
+    int Show = 3, Places = 1;
     std::vector<std::string> Files;
 };
 
@@ -143,6 +151,7 @@ TCall ReadCall(int count, char** words) {
         if (word == "--schemas") call.Options.SchemaFolder = value;
         else if (word == "--limit") call.Limit = std::strtoul(value, nullptr, 10);
         else if (word == "--show") call.Show = std::atoi(value);
+        else if (word == "--places") call.Places = std::atoi(value);
         else if (word == "--map" && std::strchr(value, '='))
             call.Options.Maps.emplace_back(std::string(value, std::strchr(value, '=')),
                                            std::strchr(value, '=') + 1);
@@ -161,6 +170,22 @@ std::string KindWithin(const std::string& host, const std::string& kind) {
     return host.find("XHTML") == host.npos ? kind : ".xml";
 }
 
+// An "=" in a tag, or what looks like one, without a quote.
+bool HasPlainValue(std::string_view text) {
+    for (size_t at = text.find('='); at != text.npos; at = text.find('=', at + 1)) {
+        size_t value = text.find_first_not_of(" \t\n", at + 1);
+        if (value != text.npos && text[value] != '"' && text[value] != '\'') return true;
+    }
+    return false;
+}
+
+// A place between two characters.
+size_t PlaceIn(std::string_view text, size_t chance) {
+    size_t place = chance % (text.size() + 1);
+    while (place < text.size() && (text[place] & 0xC0) == 0x80) ++place;
+    return place;
+}
+
 }  // namespace
 
 int main(int count, char** words) try {
@@ -170,6 +195,7 @@ int main(int count, char** words) try {
     std::map<std::string, std::string> hosts;  // the file before, for each kind
     auto start = std::chrono::steady_clock::now();
     int passed = 0;
+    std::mt19937 chance(1);
     for (const auto& file : call.Files) {
         std::string text = ReadTypable(file), kind = KindOf(file);
         if (text.empty() || text.size() > call.Limit) {
@@ -185,9 +211,16 @@ int main(int count, char** words) try {
         TWork piece{file, host.substr(0, middle), balance.Piece, host.substr(middle), true};
         if (isMarkup && !piece.Typed.empty())
             piece.IsClosed = ReadBalance(balance.Piece, KindWithin(host, kind)).IsClosed;
-        for (bool hasAids : {false, true}) {
-            typist.Type(whole, kind, "whole", hasAids);
-            if (!piece.Typed.empty()) typist.Type(piece, kind, "within", hasAids);
+        for (TAids aids : {TAids::Bare, TAids::On, TAids::Quotes}) {
+            if (aids == TAids::Quotes && (!isMarkup || HasPlainValue(text))) continue;
+            typist.Type(whole, kind, "whole", aids);
+            if (piece.Typed.empty()) continue;
+            typist.Type(piece, kind, "within", aids);
+            for (int i = 0; i < call.Places; ++i) {
+                size_t place = PlaceIn(host, chance());
+                typist.Type({file, host.substr(0, place), piece.Typed, host.substr(place), piece.IsClosed},
+                            kind, "anywhere", aids);
+            }
         }
         host = text;
     }
