@@ -48,10 +48,11 @@ bool IsFree(const TSchemaPath& path) { return ExtensionOf(path.Name) == ".xsd" &
 // A free document's schema may lie deeper in the folder that the call gives, and its
 // includes anywhere in that folder.
 TSchemaPath InFolder(const TSchemaPath& path, std::string folder) {
-    if (!folder.empty() && !folder.ends_with('/')) folder += '/';
-    bool isInside = !folder.empty() && path.Folder.starts_with(folder);
-    return isInside && IsFree(path) ? TSchemaPath{folder, path.Folder.substr(folder.size()) + path.Name}
-                                    : path;
+    if (folder.empty()) return path;
+    if (!folder.ends_with('/')) folder += '/';
+    std::string name = NormalPath(path.Folder + path.Name), normal = NormalPath(folder);
+    bool isInside = IsInFolder(name, normal);
+    return isInside && IsFree(path) ? TSchemaPath{folder, name.substr(normal.size())} : path;
 }
 
 TSample MakeSample(const TSchemaPath& path) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -25,6 +26,19 @@ inline std::string ExtensionOf(std::string_view path) {
     std::string extension(name.substr(std::min(name.rfind('.'), name.size())));
     std::transform(extension.begin(), extension.end(), extension.begin(), ToLower<char>);
     return extension;
+}
+
+/// Without "." and inner "..", with "/" as the separator; empty for the folder that one stands in.
+inline std::string NormalPath(std::string path) {
+    std::replace(path.begin(), path.end(), '\\', '/');
+    path = std::filesystem::path(path).lexically_normal().generic_string();
+    return path == "." || path == "./" ? std::string() : path;
+}
+
+/// Of two normal paths; the folder ends with its separator or is empty.
+inline bool IsInFolder(std::string_view path, std::string_view folder) {
+    return path.starts_with(folder) && !path.substr(folder.size()).starts_with("../") &&
+           (!folder.empty() || !path.starts_with('/'));
 }
 
 }  // namespace caretwell

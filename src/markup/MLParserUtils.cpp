@@ -6,9 +6,9 @@
 namespace caretwell {
 namespace {
 
-constexpr std::array<std::string_view, 13> DTDTypes = {
-    "CDATA",  "ENUMERATION", "ENTITY",   "ENTITIES", "EMPTY",  "ID",  "IDREF",
-    "IDREFS", "NMTOKEN",     "NMTOKENS", "NOTATION", "NUMBER", "NAME"};
+constexpr std::array<std::string_view, 18> DTDTypes = {
+    "CDATA",    "ENUMERATION", "ENTITY", "ENTITIES", "EMPTY", "ID",      "IDREF",   "IDREFS",   "NMTOKEN",
+    "NMTOKENS", "NOTATION",    "NUMBER", "NAME",     "NAMES", "NUMBERS", "NUTOKEN", "NUTOKENS", "RCDATA"};
 
 int32_t LastID = -1;
 

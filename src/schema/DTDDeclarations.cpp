@@ -1,13 +1,14 @@
 // Declarations: elements, attribute lists, entities, conditional sections.
+#include <algorithm>
 #include <charconv>
+#include <iterator>
 #include <optional>
+#include <utility>
 
 #include "schema/DTDParser.h"
 
 namespace caretwell {
 namespace {
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// The number at the front of the text, as large as fits; nothing if there is none.
 std::optional<int32_t> TakeNumber(std::string_view& text, int base) {
@@ -34,11 +35,38 @@ void TDTDParser::ParseDocument() {
         }
         bool isSection = Token() == tkConditionalSectionStart;
         if (isSection && ParseSectionStart(openSections)) continue;
+        if (!isSection && SkipOtherDeclaration()) continue;
         if (!isSection && !ParseDeclaration()) Expected("<!ELEMENT, <!ATTLIST, <!ENTITY");
         if (Token() != tkGreaterThan) Expected(">");
         NextToken();
     }
     for (; openSections > 0 && FMessageCount <= MaxMessages; --openSections) Expected("]]>");
+}
+
+// Notations, short references and the like say nothing of what may stand where.
+bool TDTDParser::SkipOtherDeclaration() {
+    if (Token() != tkIdentifier || !FScanner->FTokenText.starts_with("<!")) return false;
+    constexpr std::string_view known[] = {"NOTATION", "SHORTREF", "USEMAP",  "LINKTYPE", "DOCTYPE",
+                                          "LINK",     "IDLINK",   "USELINK", "SGML"};
+    std::string_view word = std::string_view(FScanner->FTokenText).substr(2);
+    if (std::none_of(std::begin(known), std::end(known), [&](auto name) { return SameText(word, name); }))
+        Expected("<!ELEMENT, <!ATTLIST, <!ENTITY");
+    do NextToken();
+    while (Token() != tkGreaterThan && !BeginsDeclaration());
+    if (Token() == tkGreaterThan) NextToken();
+    return true;
+}
+
+bool TDTDParser::BeginsDeclaration() const {
+    switch (Token()) {
+        case tkEof:
+        case tkElement:
+        case tkAttList:
+        case tkEntity:
+        case tkConditionalSectionStart:
+        case tkConditionalSectionEnd: return true;
+        default: return Token() == tkIdentifier && FScanner->FTokenText.starts_with("<!");
+    }
 }
 
 bool TDTDParser::ParseDeclaration() {
@@ -105,7 +133,7 @@ TDTDExprNode* TDTDParser::ParseElement() {
 
 /// A minimisation mark; XML has none, and there all tags are required.
 bool TDTDParser::ParseRequirement() {
-    bool isOmissible = Token() == tkIdentifier && FScanner->FTokenText == "O";
+    bool isOmissible = IsWord("O");
     if (isOmissible || Token() == tkMinus) NextToken();
     return !isOmissible;
 }
@@ -123,7 +151,7 @@ void TDTDParser::ParseAttList() {
     TDTDExprNode* names = ParseExpr();
     FDeclType = dtNone;
     std::vector<TDTDExprNode*> attributes;
-    while (Token() == tkIdentifier) {
+    while (FindAttribute()) {
         FDeclType = dtAttribute;
         TDTDExprNode* name = ParseExpr();
         FDeclType = dtNone;
@@ -134,8 +162,20 @@ void TDTDParser::ParseAttList() {
     AddAttributes(names, attributes);
 }
 
+// Behind a mistake the list goes on with the next word that may be a name.
+bool TDTDParser::FindAttribute() {
+    auto isEnd = [this] { return Token() == tkGreaterThan || BeginsDeclaration(); };
+    if (Token() != tkIdentifier && !isEnd()) {
+        std::string found = FScanner->FTokenText;
+        while (Token() != tkIdentifier && !isEnd()) NextToken();
+        if (Token() == tkIdentifier || Token() == tkGreaterThan) ParseErrorExpected(">", found);
+    }
+    return !isEnd();
+}
+
 TDTDExprNode* TDTDParser::ParseAttributeType() {
     size_t before = FNodes.size();
+    if (IsWord("NOTATION")) NextToken();  // the names of notations follow as a group
     TDTDExprNode* type = ParseExpr();
     RequireAtMost(MaxValuesOfAttribute, FNodes.size() - before);
     return type;
@@ -173,15 +213,14 @@ void TDTDParser::ParseAttribute(TDTDSymbol* attribute) {
 void TDTDParser::ParsePoundDefault(TDefault& result) {
     NextToken();
     if (Token() != tkIdentifier) return Expected("identifier");
-    auto isWord = [&](std::string_view word) { return SameText(FScanner->FTokenText, word); };
-    if (isWord("REQUIRED")) {
+    if (IsWord("REQUIRED")) {
         result.Required = true;
-    } else if (isWord("FIXED")) {
+    } else if (IsWord("FIXED")) {
         result.Fixed = true;
         NextToken();
         if (Token() == tkStringLiteral) result.FixedValue = Intern(FScanner->FTokenText);
-    } else if (!isWord("IMPLIED") && !isWord("PCDATA")) {
-        return Expected("IMPLIED, REQUIRED, FIXED, PCDATA");
+    } else if (!IsWord("IMPLIED") && !IsWord("PCDATA") && !IsWord("CURRENT") && !IsWord("CONREF")) {
+        Expected("IMPLIED, REQUIRED, FIXED, PCDATA");
     }
     NextToken();
 }
@@ -197,44 +236,49 @@ void TDTDParser::ParseEntity() {
     bool isParameter = FDeclType == dtParameterizedEntity;
     FDeclType = dtNone;
     auto* parameter = SymbolAs<TDTDParameterizedEntity>(symbol);
-    if (Token() == tkIdentifier && FScanner->FTokenText == "PUBLIC") ParsePublicID(parameter);
+    // The first declaration of an entity binds: that is how a definition is customised.
+    if (parameter && std::exchange(parameter->FIsDeclared, true)) parameter = nullptr;
+    auto* general = SymbolAs<TDTDEntity>(symbol);
+    if (general && std::exchange(general->FIsDeclared, true)) general = nullptr;
+    bool isExternal = IsWord("PUBLIC") || IsWord("SYSTEM");
+    if (isExternal) ParseExternalID(parameter);
     if (!isParameter) {
         TDTDExprNode* type = ParseExpr();
         if (symbol) symbol->GetExprList().AddExpr(type);
     }
     if (Token() != tkStringLiteral) return;
-    // The first declaration of an entity binds.
-    if (parameter && parameter->FValue.empty()) parameter->FValue = FScanner->FTokenText;
-    if (!isParameter) ParseCharRefs(symbol, FScanner->FTokenText);
+    if (parameter) parameter->FValue = FScanner->FTokenText;
+    if (general && !isExternal) ParseCharRefs(*general, FScanner->FTokenText);
     NextToken();
 }
 
-/// PUBLIC, the public identifier, and the system identifier, which goes before it.
-void TDTDParser::ParsePublicID(TDTDParameterizedEntity* entity) {
+/// The public identifier behind PUBLIC, and the system identifier, which goes before it.
+void TDTDParser::ParseExternalID(TDTDParameterizedEntity* entity) {
+    bool isPublic = IsWord("PUBLIC");
     NextToken();
-    std::string last;
-    if (Token() == tkStringLiteral) {
-        last = FScanner->FTokenText;
-        if (entity && entity->FPublicID.empty()) entity->FPublicID = last;
+    std::string first, last;
+    for (std::string* text : {&first, &last}) {
+        if (Token() != tkStringLiteral) break;
+        *text = FScanner->FTokenText;
         NextToken();
     }
-    if (Token() == tkStringLiteral) {
-        last = FScanner->FTokenText;
-        NextToken();
-    }
-    if (entity && entity->FExternalID.empty()) entity->FExternalID = last.empty() ? entity->FPublicID : last;
+    if (!entity) return;
+    if (isPublic) entity->FPublicID = first;
+    entity->FExternalID = last.empty() ? first : last;
 }
 
-/// The numbers in a value: "&#160;" gives 160, "&#38;#60;" 38 and 60.
-void TDTDParser::ParseCharRefs(TDTDSymbol* entity, std::string_view text) {
-    auto* symbol = SymbolAs<TDTDEntity>(entity);
-    while (symbol && !text.empty()) {
-        char c = text.front();
-        bool isHex = c == 'X' || c == 'x';
-        // A letter that is not behind an "x" belongs to no reference.
-        if (isHex || !IsDigit(c)) text.remove_prefix(1);
-        if (!isHex && !IsDigit(c)) continue;
-        if (auto number = TakeNumber(text, isHex ? 16 : 10)) symbol->AddValue(*number);
+/// The characters of a value: "&#160;" gives 160, and so does the character itself. "&#38;#60;"
+/// is how the mark-up's own characters are written, and gives 60.
+void TDTDParser::ParseCharRefs(TDTDEntity& entity, std::string_view text) {
+    std::u16string character = ToUtf16(text);
+    if (CountCharacters(std::u16string_view(character)) == 1)
+        return entity.AddValue(static_cast<int32_t>(FirstCharacter(character)));
+    for (size_t place; (place = text.find("&#")) != text.npos;) {
+        text.remove_prefix(place + 2);
+        if (text.starts_with("38;#")) text.remove_prefix(4);
+        bool isHex = text.starts_with('x') || text.starts_with('X');
+        if (isHex) text.remove_prefix(1);
+        if (auto number = TakeNumber(text, isHex ? 16 : 10)) entity.AddValue(*number);
     }
 }
 

@@ -120,18 +120,21 @@ private:
     // Declarations (DTDDeclarations.cpp).
     void ParseDocument();
     bool ParseDeclaration();
+    bool SkipOtherDeclaration();
+    bool BeginsDeclaration() const;
     bool ParseSectionStart(int32_t& openSections);
     TDTDExprNode* ParseElement();
     bool ParseRequirement();
     void MarkContent(TDTDExprNode* names, TDTDExprNode* content);
     void ParseAttList();
+    bool FindAttribute();
     TDTDExprNode* ParseAttributeType();
     void AddAttributes(TDTDExprNode* names, const std::vector<TDTDExprNode*>& attributes);
     void ParseAttribute(TDTDSymbol* attribute);
     void ParsePoundDefault(TDefault& result);
     void ParseEntity();
-    void ParsePublicID(TDTDParameterizedEntity* entity);
-    void ParseCharRefs(TDTDSymbol* entity, std::string_view text);
+    void ParseExternalID(TDTDParameterizedEntity* entity);
+    static void ParseCharRefs(TDTDEntity& entity, std::string_view text);
 
     // Content models and value lists (DTDExpressions.cpp).
     TDTDExprNode* ParseExpr();
@@ -144,6 +147,9 @@ private:
 
     TTokenKind Token() const { return FScanner->FToken; }
     void NextToken() { FScanner->GetToken(); }
+    bool IsWord(std::string_view word) const {
+        return Token() == tkIdentifier && SameText(std::string_view(FScanner->FTokenText), word);
+    }
     void Expected(std::string_view what) { ParseErrorExpected(what, FScanner->FTokenText); }
     template <class T>
     T* Enter(std::deque<T>& store, TDTDSymbolTable* table, std::string_view name);

@@ -56,7 +56,7 @@ void TDTDScanner::EnterKeywordSymbol(std::string_view name, TTokenKind kind) {
 
 TTokenKind TDTDScanner::LookupKeywordSymbol(std::string_view name) const {
     auto found = std::find_if(FKeywords.rbegin(), FKeywords.rend(),
-                              [name](const TDTDKeywordSymbol& row) { return row.FName == name; });
+                              [name](const TDTDKeywordSymbol& row) { return SameText(row.FName, name); });
     return found != FKeywords.rend() ? found->FTokenKind : tkIdentifier;
 }
 
@@ -121,6 +121,7 @@ bool TDTDScanner::ReadEnd() {
 }
 
 bool TDTDScanner::ReadMinus() {
+    if (Is(FPosition[1], bcDigit)) return Take(tkNumber, SkipRun(FPosition + 1, bcName));  // the value "-90"
     if (FPosition[1] != '-') return Take(tkMinus, FPosition + 1);
     FPosition += 2;
     HandleInlineComment();
@@ -140,13 +141,33 @@ bool TDTDScanner::ReadRBracket() {
     return Take(tkRBracket, FPosition + 1);
 }
 
-bool TDTDScanner::ReadNumber() {
-    const char* end = SkipRun(FPosition, bcDigit);
-    if (*end == '.') end = SkipRun(end + 1, bcDigit);
-    return Take(tkNumber, end);
+// Values of attributes may be words that begin with a digit: "2x".
+bool TDTDScanner::ReadNumber() { return Take(tkNumber, SkipRun(FPosition, bcName)); }
+
+// A reference to an entity directly behind a name goes on with it: modular definitions write
+// "xmlns:%prefix;" in the values of their entities.
+bool TDTDScanner::ReadIdentifier() {
+    const char* end = SkipRun(FPosition + 1, bcName);
+    Take(tkIdentifier, end);
+    while (*FPosition == '%') {
+        end = SkipRun(FPosition + 1, bcName);
+        auto* entity = FindEntity(View(FPosition + 1, end));
+        if (FInEntity) DropFinishedExpansions(FPosition);
+        if (!entity || entity->FIsExpanding || !entity->FExternalID.empty()) break;
+        FPosition = *end == ';' ? end + 1 : end;
+        PushParameterizedEntity(*entity);
+        end = SkipRun(FPosition, bcName);
+        FTokenText.append(FPosition, end);
+        FPosition = end;
+    }
+    return true;
 }
 
-bool TDTDScanner::ReadIdentifier() { return Take(tkIdentifier, SkipRun(FPosition + 1, bcName)); }
+TDTDParameterizedEntity* TDTDScanner::FindEntity(std::string_view name) const {
+    return name.empty()
+               ? nullptr
+               : SymbolAs<TDTDParameterizedEntity>(FParser.LookupSymbol(name, dtParameterizedEntity));
+}
 
 bool TDTDScanner::ReadInvalid() {
     ReportInvalid(*FPosition);
@@ -158,6 +179,7 @@ bool TDTDScanner::ReadInvalid() {
 }
 
 bool TDTDScanner::ReadLessThan() {
+    if (FPosition[1] == '?') return SkipInstruction();
     if (FPosition[1] != '!') return Take(tkLessThan, FPosition + 1);
     char c = FPosition[2];
     if (c == '-' && FPosition[3] == '-') return ReadMarkedComment();
@@ -184,8 +206,7 @@ bool TDTDScanner::ReadMarkedComment() {
 bool TDTDScanner::ReadPercent() {
     const char* end = SkipRun(FPosition + 1, bcName);
     if (end == FPosition + 1) return Take(tkPercent, end);
-    auto* entity = SymbolAs<TDTDParameterizedEntity>(
-        FParser.LookupSymbol(View(FPosition + 1, end), dtParameterizedEntity));
+    auto* entity = FindEntity(View(FPosition + 1, end));
     if (!entity) return Take(tkPercent, end);
     FPosition = *end == ';' ? end + 1 : end;
     if (!entity->FExternalID.empty()) PushIncludeFile(entity->FExternalID);
@@ -212,24 +233,50 @@ bool TDTDScanner::HandleString(char quote) {
     return true;
 }
 
-void TDTDScanner::SkipComment(std::string_view end) {
+// To the byte that the test stops at; false at the end of the input. The test is asked at every
+// byte that is none of a line break.
+template <class TTest>
+bool TDTDScanner::SkipTo(TTest isEnd) {
     for (;;) {
-        switch (*FPosition) {
-            case 0:
-                if (EndOfStream()) return ReportCut(end);
-                break;
-            case '\n':
-            case '\r': SkipLineBreak(); break;
-            case '-':
-                if (Follows(end)) {
-                    FPosition += end.size();
-                    return;
-                }
-                ++FPosition;
-                break;
-            default: ++FPosition;
+        char c = *FPosition;
+        if (c == 0) {
+            if (EndOfStream()) return false;
+        } else if (IsLineBreak(c)) {
+            SkipLineBreak();
+        } else if (isEnd(c)) {
+            return true;
+        } else {
+            ++FPosition;
         }
     }
+}
+
+void TDTDScanner::HandleInlineComment() {
+    if (!SkipTo([this](char c) { return c == '-' && FPosition[1] == '-'; })) return ReportCut("--");
+    FPosition += 2;
+}
+
+// SGML lets blanks stand between the hyphens and the end.
+void TDTDScanner::HandleGlobalComment() {
+    bool isAfterTwo = false;
+    const char* hyphen = nullptr;
+    auto isEnd = [&](char c) {
+        if (c == '>' && isAfterTwo) return true;
+        bool isHyphen = c == '-';
+        isAfterTwo = isHyphen ? hyphen && FPosition == hyphen + 1 : isAfterTwo && (c == ' ' || c == '\t');
+        hyphen = isHyphen ? FPosition : nullptr;
+        return false;
+    };
+    if (!SkipTo(isEnd)) return ReportCut("-->");
+    ++FPosition;
+}
+
+// XML ends one by "?>" and SGML by ">": a declaration that follows ends both.
+bool TDTDScanner::SkipInstruction() {
+    FPosition += 2;
+    bool isFound = SkipTo([this](char c) { return (c == '?' && FPosition[1] == '>') || Follows("<!"); });
+    if (isFound && *FPosition == '?') FPosition += 2;
+    return false;
 }
 
 void TDTDScanner::HandleEditors() {

@@ -96,7 +96,7 @@ public:
     void GetToken();
     /// Called at each zero byte; true only at the real end of the input.
     bool EndOfStream();
-    /// Reads on in a file of the schema folder; a path in the name is never honoured.
+    /// Reads on in a file of the schema folder; one that lies elsewhere is never opened.
     void PushIncludeFile(std::string_view name);
     /// Reads on in the entity's value. A reference inside an expansion goes before what
     /// is left of it.
@@ -118,7 +118,7 @@ public:
 
     /// The name must live as long as the scanner.
     void EnterKeywordSymbol(std::string_view name, TTokenKind kind);
-    /// By exact name; tkIdentifier if it is no keyword.
+    /// Without regard to case; tkIdentifier if it is no keyword.
     TTokenKind LookupKeywordSymbol(std::string_view name) const;
     void ClearKeywordTable();
 
@@ -166,11 +166,14 @@ private:
     bool ReadPercent();
     bool ReadInvalid();
     bool HandleString(char quote);
-    void HandleGlobalComment() { SkipComment("-->"); }
-    void HandleInlineComment() { SkipComment("--"); }
+    bool SkipInstruction();
+    void HandleGlobalComment();
+    void HandleInlineComment();
     void HandleEditors();
-    void SkipComment(std::string_view end);
+    template <class TTest>
+    bool SkipTo(TTest isEnd);
     void SetEditor(std::string_view entry);
+    TDTDParameterizedEntity* FindEntity(std::string_view name) const;
     void SkipWhiteSpace();
     void SkipLineBreak();
     bool Follows(std::string_view text) const;
@@ -183,6 +186,7 @@ private:
     void DropFinishedExpansions(const char* position);
     void EndExpansion();
     void ClearEntityNames();
+    std::string FindIncludeFile(const std::string& name) const;
     bool IsOpen(const std::string& path) const;
     void PushBlock();
     void PopBlock();

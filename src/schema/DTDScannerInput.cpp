@@ -2,6 +2,7 @@
 #include <cstring>
 #include <fstream>
 
+#include "host/Paths.h"
 #include "host/Platform.h"
 #include "markup/MLParserUtils.h"
 #include "schema/DTDParser.h"
@@ -95,14 +96,22 @@ bool TDTDScanner::Spend(size_t bytes) {
 
 // ----------------------------------------------------------------- included files
 
+// A module lies beside the file that names it, or further in, whatever address it has in the
+// world; or in the schema folder, where a strange identifier means no standard.
+std::string TDTDScanner::FindIncludeFile(const std::string& name) const {
+    std::string folder = NormalPath(GetPlatform().SchemaFolder());
+    for (const std::string& location : {name, std::string(FileNameOf(name))}) {
+        std::string beside = NormalPath(FolderOf(FFileName) + location);
+        if (IsInFolder(beside, folder) && GetPlatform().FileExists(beside)) return beside;
+    }
+    std::string path = GetSchemaFileName(name, kmXML);
+    return path.starts_with(GetPlatform().SchemaFolder()) ? path : name;
+}
+
 void TDTDScanner::PushIncludeFile(std::string_view name) {
     if (name.empty()) return ParseError(peFailure, InvalidFile, {name});
-    IPlatform& platform = GetPlatform();
-    std::string path = GetSchemaFileName(name, FParser.FKibitzMode);
-    // A free XML document's unknown public identifier comes back as it is, and is no
-    // path into the folder.
-    if (!path.starts_with(platform.SchemaFolder()) || !platform.FileExists(path))
-        return ParseError(peFailure, InvalidFile, {path});
+    std::string path = FindIncludeFile(std::string(name));
+    if (path == name || !GetPlatform().FileExists(path)) return ParseError(peFailure, InvalidFile, {path});
     if (IsOpen(path)) return ParseError(peFailure, "File %s includes itself", {path});
     auto stream = std::make_unique<std::ifstream>(path, std::ios::binary);
     if (!stream->is_open()) return ParseError(peFailure, InvalidFile, {path});

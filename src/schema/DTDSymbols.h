@@ -127,6 +127,7 @@ struct TDTDParameterizedEntity : TDTDSymbol {
     std::string FExternalID;
     std::string FPublicID;
     std::string FValue;
+    bool FIsDeclared = false;   ///< not only mentioned
     bool FIsExpanding = false;  ///< its text is being read, so a reference to it would never end
 };
 
@@ -134,7 +135,8 @@ struct TDTDEntity : TDTDSymbol {
     static constexpr TDeclType Kind = dtEntity;
     explicit TDTDEntity(std::string_view name) : TDTDSymbol(name, Kind) {}
 
-    std::vector<int32_t> FValues;
+    bool FIsDeclared = false;
+    std::vector<int32_t> FValues;  ///< its characters
 
     void AddValue(int32_t value) { FValues.push_back(value); }
     /// -1 out of range.

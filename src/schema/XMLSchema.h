@@ -104,11 +104,11 @@ public:
     /// local element that documents write without one.
     std::string_view GetNamespace() const;
     bool HasRef() const;
+    /// Of an attribute: use="required" where it stands.
+    bool IsRequired() const;
+    /// The fixed value, that of the declaration that is meant included; nothing if it has none.
+    std::optional<std::string_view> GetFixed() const;
     bool HasType() const;
-    /// The attribute "type" as written.
-    std::string_view GetTypeText() const;
-    /// The namespace of a prefix in scope at the declaration; nothing if it is not bound.
-    std::optional<std::string_view> FindNamespace(std::string_view prefix) const;
     /// The type that the schema gives to it, however it does so; none if that is nowhere.
     TXMLType GetDataType() const;
     const TXMLSchema& GetSchema() const { return *FSchema; }

@@ -68,15 +68,13 @@ std::string_view TXMLDeclaration::GetNamespace() const {
 }
 
 bool TXMLDeclaration::HasRef() const { return !pugi::xml_node(FSite).attribute("ref").empty(); }
-bool TXMLDeclaration::HasType() const { return !pugi::xml_node(FSite).attribute("type").empty(); }
-std::string_view TXMLDeclaration::GetTypeText() const { return AttributeText(pugi::xml_node(FSite), "type"); }
-
-std::optional<std::string_view> TXMLDeclaration::FindNamespace(std::string_view prefix) const {
-    const TData& data = FSchema->GetData();
-    auto found = data.FindPrefix(pugi::xml_node(FSite), prefix);
-    if (!found) return std::nullopt;
-    return data.Set->NamespaceTexts[*found];
+bool TXMLDeclaration::IsRequired() const { return AttributeText(pugi::xml_node(FSite), "use") == "required"; }
+std::optional<std::string_view> TXMLDeclaration::GetFixed() const {
+    for (pugi::xml_node node : {pugi::xml_node(FSite), pugi::xml_node(FTarget)})
+        if (pugi::xml_attribute fixed = node.attribute("fixed")) return TrimBlanks(fixed.value());
+    return std::nullopt;
 }
+bool TXMLDeclaration::HasType() const { return !pugi::xml_node(FSite).attribute("type").empty(); }
 
 TXMLType TXMLDeclaration::GetDataType() const {
     pugi::xml_node target(FTarget);

@@ -1,6 +1,5 @@
 // Loads a schema and what it includes, and files its global components.
-#include <algorithm>
-#include <filesystem>
+#include <charconv>
 
 #include "host/Paths.h"
 #include "host/Platform.h"
@@ -9,13 +8,18 @@
 namespace caretwell {
 namespace {
 
-std::string Normalize(std::string path) {
-    std::replace(path.begin(), path.end(), '\\', '/');
-    return std::filesystem::path(path).lexically_normal().generic_string();
-}
-
-bool IsInside(const std::string& path, const std::string& folder) {
-    return path.starts_with(folder) && !path.starts_with("../");
+/// "%20" as the byte that it stands for.
+std::string Unescape(std::string_view location) {
+    std::string text;
+    for (size_t i = 0; i < location.size(); ++i) {
+        unsigned byte = 0;
+        auto digits = location.substr(i + 1, 2);
+        bool isEscape = location[i] == '%' && digits.size() == 2 &&
+                        std::from_chars(digits.data(), digits.data() + 2, byte, 16).ptr == digits.data() + 2;
+        text += isEscape ? static_cast<char>(byte) : location[i];
+        if (isEscape) i += 2;
+    }
+    return text;
 }
 
 // A scheme, a drive or a root: nothing that can lie in the schema folder.
@@ -30,14 +34,19 @@ public:
 
     const TXMLSchema& Load(const std::string& fileName) {
         auto file = std::make_shared<TXMLFile>();
+        TXMLSchemaMessage problem{xsError, fileName, 1, "The document is no XML schema"};
+        bool isWhole = true;
         try {
             file->Load(fileName);
         } catch (const EXMLFileError& error) {
-            throw EXMLSchemaError(error.what(), fileName, error.FLine);
+            isWhole = false;
+            problem.Text = error.what();
+            problem.Line = error.FLine;
         }
         Keep(fileName, file);
-        const TXMLSchema* root = AddSchema(fileName, file, std::nullopt);
-        if (!root) throw EXMLSchemaError("The document is no XML schema", fileName, 1);
+        const TXMLSchema* root = file->GetRoot() ? AddSchema(fileName, file, std::nullopt) : nullptr;
+        if (!root) throw EXMLSchemaError(problem.Text, fileName, problem.Line);
+        if (!isWhole) FSet.Report(problem);  // what stood before the mistake is used
         // The list grows while it is walked.
         for (size_t next = 0; next < FSet.Schemas.size();) ReadIncludes(FSet.Schemas[next++]->GetData());
         for (const auto& schema : FSet.Schemas) AddComponents(*schema, schema->GetData().Root);
@@ -107,11 +116,15 @@ private:
     // The file of a location; empty, with a message, if it must not or cannot be read.
     std::string FindFile(TData& data, pugi::xml_node node, const std::string& location) {
         if (IsAbsolute(location)) {
+            // Nothing is fetched, but who has put the file into the folder means that one.
+            std::string name = Unescape(FileNameOf(location));
+            for (const std::string& folder : {FolderOf(data.FileName), FSet.Folder})
+                if (!name.empty() && GetPlatform().FileExists(folder + name)) return folder + name;
             data.Report(node, xsHint, "Schema location " + location + " is not followed");
             return {};
         }
-        std::string fileName = Normalize(FolderOf(data.FileName) + location);
-        if (!IsInside(fileName, FSet.Folder)) {
+        std::string fileName = NormalPath(FolderOf(data.FileName) + Unescape(location));
+        if (!IsInFolder(fileName, FSet.Folder)) {
             data.Report(node, xsWarning, "Schema location " + location + " lies outside the schema folder");
             return {};
         }
@@ -239,9 +252,9 @@ void TXMLSchemaLibrary::SetOnMessage(TXMLSchemaMessageEvent onMessage) {
 }
 
 const TXMLSchema& TXMLSchemaLibrary::Load(const std::string& fileName, const std::string& folder) {
-    std::string path = Normalize(fileName);
-    FSet->Folder = Normalize(folder.empty() || folder.ends_with('/') ? folder : folder + "/");
-    if (!IsInside(path, FSet->Folder)) FSet->Folder = FolderOf(path);
+    std::string path = NormalPath(fileName);
+    FSet->Folder = NormalPath(folder.empty() || folder.ends_with('/') ? folder : folder + "/");
+    if (!IsInFolder(path, FSet->Folder)) FSet->Folder = FolderOf(path);
     return TLoader(*FSet).Load(path);
 }
 

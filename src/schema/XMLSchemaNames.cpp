@@ -223,7 +223,9 @@ TXMLComponent* TXMLSchema::TData::Resolve(pugi::xml_node node, std::string_view 
         if (TXMLComponent* found = Set->Find(space, *bound, local)) return found;
     // Authors leave the prefix out where the schema has no default namespace, and a
     // schema without a target namespace lives in that of its includer.
-    return prefix.empty() ? Set->Find(space, Target, local) : nullptr;
+    if (!prefix.empty()) return nullptr;
+    TXMLComponent* found = Set->Find(space, Target, local);
+    return found ? found : Set->Find(space, nsNone, local);  // an import without a namespace
 }
 
 TXMLType TXMLSchema::TData::ResolveType(pugi::xml_node node, std::string_view name) const {

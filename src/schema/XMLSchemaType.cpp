@@ -292,8 +292,15 @@ private:
         for (std::string_view name = TakeWord(names); !name.empty(); name = TakeWord(names)) {
             const TXMLComponent* found = data.Resolve(node, name, xnType);
             if (found && found->Node == type.Node) found = found->Original;
-            if (found) FWaiting.push_back({found->Schema, found->Node});
-            else data.ResolveType(node, name);  // reports a name that is unknown
+            if (found) {
+                FWaiting.push_back({found->Schema, found->Node});
+                continue;
+            }
+            // Of a type of the language the two words of a boolean; an unknown name is reported.
+            TXMLType builtIn = data.ResolveType(node, name);
+            if (!builtIn.IsBuiltIn()) continue;
+            auto values = builtIn.GetEnumerations();
+            FValues.insert(FValues.end(), values.begin(), values.end());
         }
     }
 
@@ -321,6 +328,7 @@ bool TXMLType::IsComplex() const {
 }
 
 std::vector<std::string_view> TXMLType::GetEnumerations() const {
+    if (FBuiltInName == "boolean") return {"false", "true"};
     if (!FNode || IsComplex()) return {};
     return std::move(TEnumerationWalk(FSchema, pugi::xml_node(FNode)).FValues);
 }

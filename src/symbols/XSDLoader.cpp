@@ -4,7 +4,6 @@
 #include <deque>
 
 #include "host/Nibapi.h"
-#include "host/Paths.h"
 #include "host/Settings.h"
 #include "symbols/MLSymbolManager.h"
 #include "symbols/SchemaReaderCache.h"
@@ -12,11 +11,6 @@
 
 namespace caretwell {
 namespace {
-
-bool IsUrl(std::string_view text) {
-    return StartsWithText(text, std::string_view("http://")) ||
-           StartsWithText(text, std::string_view("https://"));
-}
 
 // Elements of a built-in type such as xs:string are left out unless the user wants them.
 bool KeepsSimpleTyped() {
@@ -94,37 +88,18 @@ std::shared_ptr<TXSDPlan> TXSDLoader::MakePlan(const std::string& fileName) {
     FPlan = std::make_shared<TXSDPlan>();
     FPlan->FileName = fileName;
     TXSDPlan::TMessages messages(*FPlan, FSymbolManager);
-    LoadSchema(FPlan->Library.Load(fileName, GetPlatform().SchemaFolder()), fileName);
-    // An element may stand for one of an included schema, with content of types that the
-    // including one declares, so all types are known before the first element is read.
+    LoadSchema(FPlan->Library.Load(fileName, GetPlatform().SchemaFolder()));
     for (const TXMLSchema* schema : FSchemas)
         for (const TXMLDeclaration& element : schema->GetElements()) AddElementDef(element);
     return FPlan;
 }
 
-std::string TXSDLoader::ResolveLocation(const std::string& base, const std::string& location) {
-    if (IsUrl(location)) return location;
-    std::string folder = FolderOf(base);
-    if (IsUrl(base) && !folder.empty()) return folder + location;
-    if (GetPlatform().FileExists(location)) return location;
-    bool hasFolder = location.find_first_of("/\\") != location.npos;
-    return hasFolder || folder.empty() ? std::string() : folder + location;
-}
-
 // As deep as files include each other, and a library reads a limited number of them.
-void TXSDLoader::LoadSchema(const TXMLSchema& schema, const std::string& fileName) {
-    if (!FVisited.insert(fileName).second) return;
+void TXSDLoader::LoadSchema(const TXMLSchema& schema) {
+    if (!FVisited.insert(&schema).second) return;
     for (const TXMLSchemaInclude& include : schema.GetIncludes())
-        if (include.Schema && !include.Location.empty())
-            LoadSchema(*include.Schema, ResolveLocation(fileName, include.Location));
-    for (const TXMLType& type : schema.GetComplexTypes()) RegisterType(type);
-    for (const TXMLType& type : schema.GetSimpleTypes()) RegisterType(type);
+        if (include.Schema) LoadSchema(*include.Schema);
     FSchemas.push_back(&schema);
-}
-
-void TXSDLoader::RegisterType(const TXMLType& type) {
-    std::string_view nameSpace = type.GetSchema()->GetTargetNamespace().value_or("");
-    FPlan->Types.try_emplace(TXSDPlan::GetTypeKey(nameSpace, type.GetName()), type);
 }
 
 // Types hold elements whose types hold elements; the frames stand in for that recursion.
@@ -153,7 +128,9 @@ void TXSDLoader::AddElementDef(const TXMLDeclaration& element) {
 }
 
 int32_t TXSDLoader::EnterElement(const TXMLDeclaration& element, std::vector<TFrame>& frames) {
-    auto [met, isNew] = FMet[element.HasRef()].try_emplace(element.GetTarget(), NoTag);
+    // One file may be a schema of several namespaces.
+    auto [met, isNew] =
+        FMet[element.HasRef()].try_emplace({element.GetTarget(), &element.GetSchema()}, NoTag);
     if (!isNew) return met->second;
     if (element.GetName().empty()) return NoTag;
     TXMLType type = GetElementType(element);
@@ -161,10 +138,9 @@ int32_t TXSDLoader::EnterElement(const TXMLDeclaration& element, std::vector<TFr
 }
 
 TXMLType TXSDLoader::GetElementType(const TXMLDeclaration& element) const {
-    TXMLType type = FPlan->GetTypeDef(element);
-    if (type || !FKeepsSimpleTyped) return type;
-    type = element.GetDataType();
-    return type.IsBuiltIn() ? type : TXMLType();
+    TXMLType type = element.GetDataType();
+    bool isNamed = element.HasType() && !element.HasRef();
+    return isNamed && type.IsBuiltIn() && !FKeepsSimpleTyped ? TXMLType() : type;
 }
 
 int32_t TXSDLoader::FindOrPlanTag(const TXMLDeclaration& element, const TXMLType& type,

@@ -8,11 +8,13 @@
 // tag for them, so the documents of a schema stay alive with its plan.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "schema/XMLSchema.h"
@@ -33,17 +35,13 @@ public:
     /// (null for none). Raises EXMLSchemaError if the schema cannot be loaded at all.
     void Load(const std::string& fileName, THTMLTag& root, const std::vector<std::u16string>* parents);
 
-    /// The name of an included file, from that of the including one; empty if there is none.
-    static std::string ResolveLocation(const std::string& base, const std::string& location);
-
 private:
     struct TFrame;
     static constexpr int32_t NoTag = -1;
 
     std::shared_ptr<TXSDPlan> GetPlan(const std::string& fileName);
     std::shared_ptr<TXSDPlan> MakePlan(const std::string& fileName);
-    void LoadSchema(const TXMLSchema& schema, const std::string& fileName);
-    void RegisterType(const TXMLType& type);
+    void LoadSchema(const TXMLSchema& schema);
     void AddElementDef(const TXMLDeclaration& element);
     // The tag of an element, NoTag if the element is dropped. A frame is added if its
     // content is still to be read.
@@ -57,14 +55,14 @@ private:
 
     TMLSymbolManager& FSymbolManager;
     std::shared_ptr<TXSDPlan> FPlan;
-    std::unordered_set<std::string> FVisited;  // file names
-    std::vector<const TXMLSchema*> FSchemas;   // the included ones before the including ones
+    std::unordered_set<const TXMLSchema*> FVisited;
+    std::vector<const TXMLSchema*> FSchemas;  // the included ones before the including ones
     std::unordered_map<std::string, int32_t> FElements;
     std::unordered_set<std::u16string> FNames;  // in upper case
     std::unordered_map<std::string_view, size_t> FNamespaces;
     TTagLimits FLimits;
     // The tag of a declaration met before, by whether it was referred to.
-    std::unordered_map<const void*, int32_t> FMet[2];
+    std::map<std::pair<const void*, const TXMLSchema*>, int32_t> FMet[2];
     bool FKeepsSimpleTyped = false;
     bool FIsFull = false;
 };

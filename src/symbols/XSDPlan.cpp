@@ -25,23 +25,6 @@ TXSDPlan::TMessages::TMessages(TXSDPlan& plan, TMLSymbolManager& manager) : FPla
     });
 }
 
-std::string TXSDPlan::GetTypeKey(std::string_view nameSpace, std::string_view name) {
-    std::string key(name);
-    if (!nameSpace.empty()) key.append(":").append(nameSpace);
-    return key;
-}
-
-TXMLType TXSDPlan::GetTypeDef(const TXMLDeclaration& declaration) const {
-    if (declaration.HasRef() || !declaration.HasType()) return declaration.GetDataType();
-    std::string_view text = declaration.GetTypeText();
-    size_t colon = text.find(':');
-    bool hasPrefix = colon != text.npos;
-    auto nameSpace = hasPrefix ? declaration.FindNamespace(text.substr(0, colon))
-                               : declaration.GetSchema().GetTargetNamespace();
-    auto found = Types.find(GetTypeKey(nameSpace.value_or(""), hasPrefix ? text.substr(colon + 1) : text));
-    return found == Types.end() ? TXMLType() : found->second;
-}
-
 void TXSDPlan::MakeTags(TMLSymbolManager& manager, THTMLTag& root,
                         const std::vector<std::u16string>* parents) {
     Library.BeginUse();
@@ -123,8 +106,13 @@ void TXSDPlan::AddAttributeDef(TMLSymbolManager& manager, THTMLTag& tag, const T
     auto attribute = MakeRef<TXMLAttribute>(ToUtf16(name), -1);
     tag.AddAttribute(attribute);
     manager.RegisterAttributeEditor(attribute, manager.GetAttributeEditor("default"));
-    for (std::string_view value : GetTypeDef(definition).GetEnumerations())
+    for (std::string_view value : definition.GetDataType().GetEnumerations())
         if (!value.empty()) attribute->AddValue(ToUtf16(value));
+    attribute->SetRequired(definition.IsRequired());
+    if (auto fixed = definition.GetFixed()) {
+        attribute->SetFixed(true);
+        attribute->SetFixedValue(ToUtf16(*fixed));
+    }
 }
 
 }  // namespace caretwell

@@ -25,15 +25,9 @@ struct TXSDPlannedTag {
 struct TXSDPlan : std::enable_shared_from_this<TXSDPlan> {
     std::string FileName;
     TXMLSchemaLibrary Library{nullptr};
-    std::unordered_map<std::string, TXMLType> Types;  ///< named types, by name and namespace
-    std::vector<TXSDPlannedTag> Tags;                 ///< in the order of their registration
+    std::vector<TXSDPlannedTag> Tags;  ///< in the order of their registration
     std::vector<int32_t> Globals;
     std::vector<std::string> Namespaces{""};  ///< in front the one of names without a namespace
-
-    static std::string GetTypeKey(std::string_view nameSpace, std::string_view name);
-    /// The type of a declaration; none if it names one that neither the schema nor its
-    /// includes declare. A built-in type by name is such a one.
-    TXMLType GetTypeDef(const TXMLDeclaration& declaration) const;
 
     /// Makes the tags and enters them into the manager's table. Their names carry the
     /// prefixes that the manager's document binds.

@@ -193,20 +193,6 @@ TEST_F(Load, AttributesOfManyTables) {
     }
 }
 
-TEST_F(Load, PlacesOfIncludes) {
-    const struct {
-        const char *FBase, *FLocation, *FExpect;
-    } cases[] = {{"/x/a.xsd", "HTTP://h/b.xsd", "HTTP://h/b.xsd"},
-                 {"http://h/x/a.xsd", "y/b.xsd", "http://h/x/y/b.xsd"},
-                 {"/x/a.xsd", "b.xsd", "/x/b.xsd"},
-                 {"/x/a.xsd", "y/b.xsd", ""},
-                 {"a.xsd", "b.xsd", ""},
-                 {"/x/a.xsd", "", "/x/"}};
-    for (const auto& c : cases)
-        EXPECT_EQ(TXSDLoader::ResolveLocation(c.FBase, c.FLocation), c.FExpect)
-            << c.FBase << " " << c.FLocation;
-}
-
 TEST_F(Load, BrokenSchemas) {
     TTable table;
     EXPECT_THROW(table.Load(Write("a.xsd", "<xs:schema>")), EXMLSchemaError);
