@@ -13,18 +13,10 @@ class TFreeHost : public TTestHost {
 public:
     TFreeHost(std::string_view text, const std::string& fileName) : TTestHost(text, fileName.c_str()) {
         auto mapper = GetFileToSchemaMapperService();
-        mapper->RegisterSchema(".shelf", "shelf.xsd");
-        mapper->RegisterSchema(".crate", "crate.xsd");
+        for (std::string name : {"shelf", "crate"}) mapper->RegisterSchema("." + name, name + ".xsd");
         MLSymbolManager().SetTagCase(tcNormal);
     }
     std::string Offer() { return Driver().OpenList() ? Items() : "-"; }
-    /// The same in a document that takes the place of the last.
-    std::string Offer(std::string text, const char* fileName) {
-        size_t caret = text.find('^');
-        OpenBytes(text.erase(caret, 1), fileName);
-        Document().View().SetCaretOffset(static_cast<int32_t>(caret));
-        return Offer();
-    }
 };
 
 TEST(Namespaces, NamesAsTheDocumentSpellsThem) {
@@ -95,7 +87,10 @@ TEST(Namespaces, FollowTheDocument) {
         {"a.shelf", "<shelf><^ ", "book label shelf"},
     };
     TFreeHost host("", "a.shelf");
-    for (const auto& c : cases) EXPECT_EQ(host.Offer(c.FText, c.FFile), c.FExpect) << c.FText;
+    for (const auto& c : cases) {
+        host.OpenText(c.FText, c.FFile);
+        EXPECT_EQ(host.Offer(), c.FExpect) << c.FText;
+    }
 }
 
 class TWatcher final : public TImplements<INibMLElementCallback> {

@@ -7,16 +7,10 @@
 #include "memory/FileText.h"
 #include "memory/Services.h"
 #include "support/Split.h"
+#include "support/TemporaryFolder.h"
 
 namespace caretwell {
 namespace {
-
-std::string TemporaryFile(const std::string& text) {
-    std::string name = testing::TempDir() + "caretwell-test-XXXXXX";
-    close(mkstemp(name.data()));
-    EXPECT_FALSE(WriteFileText(name, text));
-    return name;
-}
 
 TEST(Settings, LongestSpellingWins) {
     const std::string key = "Software\\Tarnwell\\Code Insight", name = "Auto Code Completions";
@@ -45,13 +39,12 @@ TEST(Settings, LongestSpellingWins) {
     };
     for (const auto& c : cases) {
         int warnings = 0;
-        std::string file = TemporaryFile(c.FJson);
-        TSettingsStore store(file, [&](std::string_view) { ++warnings; });
+        TTemporaryFolder folder;
+        TSettingsStore store(folder.Write("s.json", c.FJson), [&](std::string_view) { ++warnings; });
         for (const auto& value : c.FOverrides) store.Override(name, value);
         for (int i = 0; i < 2; ++i)
             EXPECT_EQ(store.ReadString(key, name).value_or("none"), c.FValue) << c.FJson.substr(0, 99);
         EXPECT_EQ(warnings, c.FWarnings) << c.FJson.substr(0, 99);
-        unlink(file.c_str());
     }
     std::string line;
     TSettingsStore missing("/nonexistent/s.json", [&](std::string_view text) { line += text; });
@@ -183,7 +176,8 @@ TEST(Registry, FindsTheManagerOfAFile) {
 }
 
 TEST(FileText, WritesWhole) {
-    std::string file = TemporaryFile("old");
+    TTemporaryFolder folder;
+    std::string file = folder.Write("file", "old");
     chmod(file.c_str(), 0640);
     const std::string text(
         "\xEF\xBB\xBF"
@@ -206,8 +200,6 @@ TEST(FileText, WritesWhole) {
     EXPECT_EQ(WriteFileText("/nonexistent/a", "x"), "No such file or directory");
     EXPECT_TRUE(WriteFileText("/proc/version", "x"));
     EXPECT_FALSE(ReadFileText("/").Text);
-    unlink(link.c_str());
-    unlink(file.c_str());
 }
 
 }  // namespace
