@@ -31,8 +31,7 @@ void Type(TEditorDriver& driver, std::string_view keys) {
     }
 }
 
-std::string Typed(std::string_view text, std::string_view keys, bool autoQuote = false,
-                  const char* name = "page.html") {
+std::string Typed(std::string_view text, std::string_view keys, bool autoQuote, const char* name) {
     THostOptions options;
     options.Answers = {{"color", "#ff0000"}, {"uri", "logo.png"}};
     TTestHost host(text, name, std::move(options));
@@ -46,12 +45,14 @@ std::string Typed(std::string_view text, std::string_view keys, bool autoQuote =
     return result;
 }
 
-struct TCase {
-    std::string FText, FKeys, FExpect;
-};
-
-TEST(Typing, Elements) {
-    const TCase cases[] = {
+TEST(Typing, Sessions) {
+    const std::string sheet = "<xsl:stylesheet xmlns:xsl=\"http://www.w3.org/1999/XSL/Transform\">",
+                      broken = "<xsl:template match=\"/\"><xsl:if test=\"a\"</xsl:template>";
+    const struct {
+        std::string FText, FKeys, FExpect;
+        bool FAutoQuote = false;
+        const char* FName = "page.html";
+    } cases[] = {
         {"<div>^\n", "<ul{Enter}", "<div><ul^\n"},
         {"<div>^\n", "<ul>", "<div><ul>^</ul>\n"},           // its closing tag comes along
         {"<div>^\n", "<u{Down}{Up}>", "<div><ul>^</ul>\n"},  // an element that was picked
@@ -67,12 +68,7 @@ TEST(Typing, Elements) {
         {"<ul><li>x^\n", "</{Enter}", "<ul><li>x</li>^\n"},  // text before the tag is none of it
         {"<div><ul><li>x^\n", "</d{Enter}", "<div><ul><li>x</div>^\n"},
         {"<b>\xC3\xA9^\xC3\xA9</b>\n", "<sp{Enter}>", "<b>\xC3\xA9<span>^</span>\xC3\xA9</b>\n"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys), c.FExpect) << c.FText << " + " << c.FKeys;
-}
-
-TEST(Typing, Attributes) {
-    const TCase cases[] = {
+        // Attributes.
         {"<p>\n<a^\n", " ", "<p>\n<a ^\n"},                      // a blank opens nothing by itself
         {"<p>\n^\n", "<a ", "<p>\n<a ^\n [href target title]"},  // but behind a choice it does
         {"<p><a hr^>x</a>\n", "{Ctrl+Space}{Enter}", "<p><a href^>x</a>\n"},
@@ -100,32 +96,48 @@ TEST(Typing, Attributes) {
         {"<p ^>\n", "&", "<p &^>\n [align class]"},
         {"<p ^>\n", "{Ctrl+Space}>", "<p >^</p>>\n"},
         {"<p ^>\n", "{Ctrl+Space}\"", "<p \"^>\n"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys), c.FExpect) << c.FText << " + " << c.FKeys;
-}
-
-TEST(Typing, AutoQuote) {
-    const TCase cases[] = {
-        {"<p><a hr^>x</a>\n", "{Ctrl+Space}{Enter}", "<p><a href=\"^\">x</a>\n"},
-        {"<p><a ta^>x</a>\n", "{Ctrl+Space}{Enter}{Ctrl+Space}_t{Enter}", "<p><a target=\"_top\"^>x</a>\n"},
-        {"<p><a target^>x</a>\n", "=_t{Enter}", "<p><a target=\"_top\"^>x</a>\n"},
-        {"<p><a target^>x</a>\n", "=", "<p><a target=\"^\">x</a>\n [_blank _parent _self _top]"},
-        {"<div>^\n", "{Ctrl+Space}im{Enter}", "<div><img alt src=\"\"^\n"},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(Typed(c.FText, c.FKeys, true), c.FExpect) << c.FText << " + " << c.FKeys;
-}
-
-TEST(Typing, Entities) {
-    const TCase cases[] = {
+        // Entities.
         {"<p>^\n", "&am{Enter}", "<p>&amp;^\n"},
         {"<p>^;\n", "&am{Enter}", "<p>&amp^;\n"},
         {"<p>&am^p;\n", "{Ctrl+Space}{Enter}", "<p>&amp^;\n"},
         {"<p>^\n", "&am;", "<p>&am;^\n"},
         {"<p>^\n", "&am{Enter};", "<p>&amp;^\n"},
         {"<p>^\n", "&am{Esc}", "<p>&am^\n"},
+        // With quotes by themselves.
+        {"<p><a hr^>x</a>\n", "{Ctrl+Space}{Enter}", "<p><a href=\"^\">x</a>\n", true},
+        {"<p><a ta^>x</a>\n", "{Ctrl+Space}{Enter}{Ctrl+Space}_t{Enter}", "<p><a target=\"_top\"^>x</a>\n",
+         true},
+        {"<p><a target^>x</a>\n", "=_t{Enter}", "<p><a target=\"_top\"^>x</a>\n", true},
+        {"<p><a target^>x</a>\n", "=", "<p><a target=\"^\">x</a>\n [_blank _parent _self _top]", true},
+        {"<div>^\n", "{Ctrl+Space}im{Enter}", "<div><img alt src=\"\"^\n", true},
+        // The ">" of a closing tag, before which another tag was left without one.
+        {sheet + "^", broken, sheet + broken + "^", false, "a.xsl"},
+        // What the engine has put in is its own until the caret leaves it or the text there changes.
+        {"^", "<div><p>x</p></div>", "<div><p>x</p></div>^"},
+        {"^", "<div>{Left}{Right}</div>", "<div></div>^</div>"},
+        {"^", "<div>x{Backspace}</div>", "<div></div>^"},
+        {"^", "<div>\n</div>", "<div>\n</div>^"},
+        {"<p><a target^>x</a>\n", "{Enter}", "<p><a target\n^>x</a>\n"},
+        {"<p><a ^>x</a>\n", "target=\"_top\" c", "<p><a target=\"_top\" c^>x</a>\n", true},
+        {"<p><a ^>x</a>\n", "target=_top\" c", "<p><a target=\"_top\" c^>x</a>\n", true},
+        {"<p><a ^>x</a>\n", "target={Enter}\"", "<p><a target=\"_blank\"^>x</a>\n", true},
+        {"<p><a ^>x</a>\n", "target= \"_top\"", "<p><a target= \"_top\"^>x</a>\n", true},
+        {"<p><a ^>x</a>\n", "target='_top' c", "<p><a target='_top' c^>x</a>\n", true},
+        {"<p><a ^>x</a>\n", "target={Esc}\"_top\"", "<p><a target=\"_top\"^>x</a>\n", true},
+        {"<p><a ^>x</a>\n", "target=_top c", "<p><a target=\"_top\" c^>x</a>\n", true},
+        {"<p>^</p>\n", "<a target=><a target=x>", "<p><a target=><a target=\"x\">^</a></a></p>\n", true},
+        {"<p><a ^>x</a>\n", "target=_to{Backspace}{Backspace}{Backspace}{Backspace}",
+         "<p><a target=^>x</a>\n", true},
+        {"<p><a ^>x</a>\n", "{Ctrl+Space}ta{Tab}\"_top\"", "<p><a target=\"_top\"^>x</a>\n", true},
+        {"<p><a ^>x</a>\n", "{Ctrl+Space}ta{Enter}{Backspace}", "<p><a target=^>x</a>\n", true},
+        // XML.
+        {"<?xml version=\"1.0\"?>\n<p><br^\n", ">", "<?xml version=\"1.0\"?>\n<p><br />^\n"},
+        {"<?xml version=\"1.0\"?>\n<p><br><br><img^ x\n", ">",
+         "<?xml version=\"1.0\"?>\n<p><br><br><img />^ x\n"},
+        {"<?xml version=\"1.0\"?>\n<p><br >\n<br^\n", ">", "<?xml version=\"1.0\"?>\n<p><br >\n<br />^\n"},
     };
-    for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys), c.FExpect) << c.FText << " + " << c.FKeys;
+    for (const auto& c : cases)
+        EXPECT_EQ(Typed(c.FText, c.FKeys, c.FAutoQuote, c.FName), c.FExpect) << c.FText << " + " << c.FKeys;
 }
 
 // What is typed by hand, nothing taken from a list, comes out as it was typed.
@@ -165,48 +177,6 @@ TEST(Typing, ByHand) {
         text.insert(caret, c.FTyped + "^");
         EXPECT_EQ(host.Text(), text) << c.FText << " + " << c.FTyped;
     }
-}
-
-// What the engine has put in is its own until the caret leaves it or the text there changes.
-TEST(Typing, OwnText) {
-    const TCase cases[] = {
-        {"^", "<div><p>x</p></div>", "<div><p>x</p></div>^"},
-        {"^", "<div>{Left}{Right}</div>", "<div></div>^</div>"},
-        {"^", "<div>x{Backspace}</div>", "<div></div>^"},
-        {"^", "<div>\n</div>", "<div>\n</div>^"},
-        {"<p><a target^>x</a>\n", "{Enter}", "<p><a target\n^>x</a>\n"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys), c.FExpect) << c.FText << " + " << c.FKeys;
-    // The ">" of a closing tag, before which another tag was left without one.
-    const std::string sheet = "<xsl:stylesheet xmlns:xsl=\"http://www.w3.org/1999/XSL/Transform\">",
-                      broken = "<xsl:template match=\"/\"><xsl:if test=\"a\"</xsl:template>";
-    EXPECT_EQ(Typed(sheet + "^", broken, false, "a.xsl"), sheet + broken + "^");
-    const TCase quoted[] = {
-        {"<p><a ^>x</a>\n", "target=\"_top\" c", "<p><a target=\"_top\" c^>x</a>\n"},
-        {"<p><a ^>x</a>\n", "target=_top\" c", "<p><a target=\"_top\" c^>x</a>\n"},
-        {"<p><a ^>x</a>\n", "target={Enter}\"", "<p><a target=\"_blank\"^>x</a>\n"},
-        {"<p><a ^>x</a>\n", "target= \"_top\"", "<p><a target= \"_top\"^>x</a>\n"},
-        {"<p><a ^>x</a>\n", "target='_top' c", "<p><a target='_top' c^>x</a>\n"},
-        {"<p><a ^>x</a>\n", "target={Esc}\"_top\"", "<p><a target=\"_top\"^>x</a>\n"},
-        {"<p><a ^>x</a>\n", "target=_top c", "<p><a target=\"_top\" c^>x</a>\n"},
-        {"<p>^</p>\n", "<a target=><a target=x>", "<p><a target=><a target=\"x\">^</a></a></p>\n"},
-        {"<p><a ^>x</a>\n", "target=_to{Backspace}{Backspace}{Backspace}{Backspace}",
-         "<p><a target=^>x</a>\n"},
-        {"<p><a ^>x</a>\n", "{Ctrl+Space}ta{Tab}\"_top\"", "<p><a target=\"_top\"^>x</a>\n"},
-        {"<p><a ^>x</a>\n", "{Ctrl+Space}ta{Enter}{Backspace}", "<p><a target=^>x</a>\n"},
-    };
-    for (const auto& c : quoted)
-        EXPECT_EQ(Typed(c.FText, c.FKeys, true), c.FExpect) << c.FText << " + " << c.FKeys;
-}
-
-TEST(Typing, XmlDeclaration) {
-    const std::string head = "<?xml version=\"1.0\"?>\n";
-    const TCase cases[] = {
-        {head + "<p><br^\n", ">", head + "<p><br />^\n"},
-        {head + "<p><br><br><img^ x\n", ">", head + "<p><br><br><img />^ x\n"},
-        {head + "<p><br >\n<br^\n", ">", head + "<p><br >\n<br />^\n"},
-    };
-    for (const auto& c : cases) EXPECT_EQ(Typed(c.FText, c.FKeys), c.FExpect) << c.FText << " + " << c.FKeys;
 }
 
 // Any keys anywhere: nothing but the words at the caret changes.
