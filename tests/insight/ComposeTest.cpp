@@ -80,18 +80,18 @@ TEST_P(TCompose, IsWhatDoneWrites) {
 }
 INSTANTIATE_TEST_SUITE_P(AutoQuote, TCompose, testing::Bool());
 
-/// Document and caret after an item of the user's list was chosen by a key, and what became
-/// of the key.
-std::string Chosen(const char* text, const char* item, char16_t key, bool autoQuote) {
+/// Document and caret after an item of the user's list was chosen by a key, or the list dismissed
+/// by it, and what became of the key.
+std::string Chosen(const char* text, const char* item, char16_t key, bool autoQuote, bool accepts) {
     THostOptions options;
     options.Answers = {{"uri", "a b"}};
     TTestHost host(text, "page.html", std::move(options));
     host.Manager().SetAutoQuote(autoQuote);
     TEditorDriver& driver = host.Driver();
     if (!driver.OpenList() || !driver.Select(ToUtf16(item))) return "not offered";
-    bool closes = false, accepts = false, displayParams = false;
-    host.Manager().OnEditorKey(key, closes, accepts);
-    host.Manager().Done(true, displayParams);
+    bool closes = false, isAccepting = false, displayParams = false;
+    host.Manager().OnEditorKey(key, closes, isAccepting);
+    host.Manager().Done(accepts, displayParams);
     constexpr const char* uses[] = {" unused", "", " written"};
     return host.Text() + uses[static_cast<int>(host.Manager().GetKeyUse())];
 }
@@ -101,8 +101,13 @@ TEST(Choice, OfAnItem) {
         const char *FText, *FItem;
         char16_t FKey;
         const char* FExpect;
-        bool FAutoQuote = false;
+        bool FAutoQuote = false, FAccepts = true;
     } cases[] = {
+        // A list that is dismissed: the key alone, in a tag.
+        {"<p ali^>\n", "align", ' ', "<p ali ^>\n written", false, false},
+        {"<p ali^>\n", "align", 9, "<p ali\t^>\n written", false, false},
+        {"<p>&am^\n", "amp", ' ', "<p>&am^\n unused", false, false},
+        {"<p>^\n", "b", ' ', "<p>^\n unused", false, false},
         // The blank that chooses stays; a Tab is no tab character.
         {"<p>^\n", "b", ' ', "<p><b ^\n written"},
         {"<p>^\n", "b", 9, "<p><b ^\n"},
@@ -142,7 +147,8 @@ TEST(Choice, OfAnItem) {
         {"<p align=^%>\n", "left", 13, "<p align=\"left\"^ %>\n"},
     };
     for (const auto& c : cases)
-        EXPECT_EQ(Chosen(c.FText, c.FItem, c.FKey, c.FAutoQuote), c.FExpect) << c.FText << c.FItem;
+        EXPECT_EQ(Chosen(c.FText, c.FItem, c.FKey, c.FAutoQuote, c.FAccepts), c.FExpect)
+            << c.FText << c.FItem;
 }
 
 /// The text after a key that stands before the caret was asked about; the same must come of

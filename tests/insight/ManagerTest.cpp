@@ -302,6 +302,34 @@ TEST(Manager, LeavesNothingBehind) {
     EXPECT_EQ(host.Manager().GetCount(), 4);
 }
 
+// A document names no file outside of the schema folder, whatever its kind.
+TEST(Manager, SchemasOfDocuments) {
+    const char* const cases[][3] = {
+        {"a.html", "<!DOCTYPE a SYSTEM 'http://x/wml12.dtd'><p>", "wml12.dtd"},
+        {"a.crate", "<!DOCTYPE a SYSTEM 'http://x/shelf.xsd'>", "shelf.xsd"},
+        {"a.crate", "<!DOCTYPE a PUBLIC '-//x' '/etc/passwd'>", ""},
+        {"a.crate", "<a>", "crate.xsd"},
+    };
+    for (const auto& [name, text, schema] : cases) {
+        TTestHost host(text, name);
+        auto mapper = GetFileToSchemaMapperService();
+        mapper->RegisterSchema(".crate", "crate.xsd");
+        host.Parse();
+        host.Parser().BootStrapDTD(
+            MakeRef<TMLBufferProducer>(TRef<INibEditView>(&host.Document().View()), 0));
+        std::string folder = *schema ? CARETWELL_SOURCE_DIR "/tests/data/schemas/" : "";
+        EXPECT_EQ(MLSymbolManager().GetSchemaFile(), folder + schema) << text;
+        std::string seen;
+        for (const char* page : {"a.aspx", "a.ASCX", "a.master", "a.asax", "a.ashx"})
+            seen += mapper->GetDirectiveSchema(page).substr(mapper->GetDirectiveSchema(page).rfind('/') + 1) +
+                    " ";
+        EXPECT_EQ(seen,
+                  "page_directives.xsd control_directives.xsd master_directives.xsd asax_directives.xsd "
+                  "ashx_directives.xsd ");
+        EXPECT_FALSE(mapper->HasDirectiveSchema("a.html"));
+    }
+}
+
 // A schema that is missing is told of once, in the words of its kind.
 TEST(Manager, MissingSchemas) {
     const struct {

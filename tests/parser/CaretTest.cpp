@@ -99,6 +99,7 @@ TEST(Caret, Stands) {
         {"<!DOCTYPE a [ <!ENTITY b \"<p>\"> <!-- ' ] --> ]><p>^", "text p"},
         {"<!DOCTYPE a [ <!--> a-b ' ]> --> ]><p>^", "text p"},
         {"<!DOCTYPE ^", "text - doctype"},
+        {"<p a[b ^ class=[x>", "attributes p"},
         {"<!DOC^", "text - doctype"},
         {"<!ELEMENT a><p>^", "text p"},
         {"<% a %>^", "text -"},
