@@ -36,33 +36,17 @@ private:
     std::u16string FText;
 };
 
-enum TFault {
-    fNone,
-    fNoView,
-    fNoPosition,
-    fNoBlock,
-    fNoBuffer,
-    fNoReader,
-    fNoWriter,
-    fNoList,
-    fWildPlaces,    // positions and offsets far outside of the text
-    fBelowPlaces,   // the same, below 0
-    fBoastingRead,  // claims more bytes than were asked for
-    fFailingRead,   // a negative number of bytes
-    fEndlessRead,   // a text without an end
-    fThrowingRead,
-    fThrowingWrite,
-    fThrowingPlaces,
-    fWildSelection,  // an item that the list does not have
-};
-
 /// Called at every call of the engine into the host, with the name of the operation.
 using THook = std::function<void(std::string_view where)>;
 
 struct TBehaviour {
-    TFault Fault = fNone;
+    std::string_view Fault;  ///< by its name, one at a time
     THook Hook;
-    bool Is(TFault fault) const { return Fault == fault; }
+    mutable bool IsMet = false;  ///< the engine has run into it
+    bool Is(std::string_view fault) const {
+        IsMet = IsMet || fault == Fault;
+        return fault == Fault;
+    }
     void Enter(std::string_view where) const {
         if (Hook) Hook(where);
     }
@@ -74,14 +58,14 @@ public:
         : FReader(std::move(reader)), FBehaviour(behaviour) {}
     int32_t Read(int32_t offset, char* dest, int32_t count) override {
         FBehaviour.Enter("Read");
-        if (FBehaviour.Is(fThrowingRead)) throw std::runtime_error("the disk is gone");
-        if (FBehaviour.Is(fFailingRead)) return -1;
-        if (FBehaviour.Is(fEndlessRead)) {
+        if (FBehaviour.Is("a read that throws")) throw std::runtime_error("the disk is gone");
+        if (FBehaviour.Is("a read of less than nothing")) return -1;
+        if (FBehaviour.Is("a text without an end")) {
             std::memset(dest, ' ', static_cast<size_t>(count));
             return count;
         }
         int32_t read = FReader->Read(offset, dest, count);
-        return FBehaviour.Is(fBoastingRead) && read > 0 ? read + 1'000'000 : read;
+        return FBehaviour.Is("a read of more than was asked for") && read > 0 ? read + 1'000'000 : read;
     }
 
 private:
@@ -94,13 +78,13 @@ public:
     TBadPage(std::string fileName, std::string text, const TBehaviour& behaviour)
         : TPage(std::move(fileName), std::move(text)), FBehaviour(behaviour) {}
     TRef<INibEditReader> CreateReader() override {
-        if (FBehaviour.Is(fNoReader)) return nullptr;
+        if (FBehaviour.Is("no reader")) return nullptr;
         return MakeRef<TBadReader>(TPage::CreateReader(), FBehaviour);
     }
     TRef<INibEditWriter> CreateWriter() override {
         FBehaviour.Enter("CreateWriter");
-        if (FBehaviour.Is(fThrowingWrite)) throw std::runtime_error("the buffer is locked");
-        return FBehaviour.Is(fNoWriter) ? nullptr : TPage::CreateWriter();
+        if (FBehaviour.Is("a write that throws")) throw std::runtime_error("the buffer is locked");
+        return FBehaviour.Is("no writer") ? nullptr : TPage::CreateWriter();
     }
 
 private:
@@ -113,31 +97,31 @@ public:
         : TPageView(std::move(page)), FBehaviour(behaviour) {}
 
     int32_t CaretOffset() override {
-        if (FBehaviour.Is(fThrowingPlaces)) throw std::runtime_error("the window is closed");
+        if (FBehaviour.Is("places that throw")) throw std::runtime_error("the window is closed");
         return Spoilt(TPageView::CaretOffset());
     }
     TNibEditPos CaretPos() override {
-        if (FBehaviour.Is(fWildPlaces)) return {32767, std::numeric_limits<int32_t>::max()};
-        if (FBehaviour.Is(fBelowPlaces)) return {-32768, std::numeric_limits<int32_t>::min()};
+        if (FBehaviour.Is("places far outside")) return {32767, std::numeric_limits<int32_t>::max()};
+        if (FBehaviour.Is("places below 0")) return {-32768, std::numeric_limits<int32_t>::min()};
         return TPageView::CaretPos();
     }
     int32_t CharPosToOffset(TNibCharPos position) override {
         return Spoilt(TPageView::CharPosToOffset(position));
     }
     TRef<INibEditPosition> Position() override {
-        return FBehaviour.Is(fNoPosition) ? nullptr : TPageView::Position();
+        return FBehaviour.Is("no position") ? nullptr : TPageView::Position();
     }
-    TRef<INibEditBlock> Block() override { return FBehaviour.Is(fNoBlock) ? nullptr : TPageView::Block(); }
+    TRef<INibEditBlock> Block() override { return FBehaviour.Is("no block") ? nullptr : TPageView::Block(); }
     TRef<INibEditBuffer> Buffer() override {
-        return FBehaviour.Is(fNoBuffer) ? nullptr : TPageView::Buffer();
+        return FBehaviour.Is("no buffer") ? nullptr : TPageView::Buffer();
     }
     void Repaint() override { FBehaviour.Enter("Repaint"); }
     void InvokeCompletion(int32_t) override { FBehaviour.Enter("InvokeCompletion"); }
 
 private:
     int32_t Spoilt(int32_t offset) const {
-        if (FBehaviour.Is(fWildPlaces)) return std::numeric_limits<int32_t>::max();
-        return FBehaviour.Is(fBelowPlaces) ? std::numeric_limits<int32_t>::min() : offset;
+        if (FBehaviour.Is("places far outside")) return std::numeric_limits<int32_t>::max();
+        return FBehaviour.Is("places below 0") ? std::numeric_limits<int32_t>::min() : offset;
     }
     const TBehaviour& FBehaviour;
 };
@@ -149,15 +133,15 @@ public:
 
     TRef<INibEditView> CurrentEditView() override {
         Behaviour.Enter("CurrentEditView");
-        return Behaviour.Is(fNoView) ? nullptr : TServices::CurrentEditView();
+        return Behaviour.Is("no view") ? nullptr : TServices::CurrentEditView();
     }
     TRef<INibInsightList> CurrentList() override {
         Behaviour.Enter("CurrentList");
-        return Behaviour.Is(fNoList) ? nullptr : TServices::CurrentList();
+        return Behaviour.Is("no list") ? nullptr : TServices::CurrentList();
     }
     void InsertText(std::u16string_view text, bool replaceToken) override {
         Behaviour.Enter("InsertText");
-        if (Behaviour.Is(fThrowingWrite)) throw std::runtime_error("the buffer is locked");
+        if (Behaviour.Is("a write that throws")) throw std::runtime_error("the buffer is locked");
         TServices::InsertText(text, replaceToken);
     }
     void AddMessage(std::string_view, std::string_view text, std::string_view, int32_t, int32_t) override {
@@ -266,7 +250,7 @@ inline bool WorkThrough(INibCodeInsightManager& manager, TBadServices& services,
     list->SetFilter(u"zzz");
     list->SetFilter(token);
     auto selection = MakeRef<TSelection>();
-    bool isWild = services.Behaviour.Is(fWildSelection);
+    bool isWild = services.Behaviour.Is("a selection out of the list");
     selection->Select(isWild ? 1'000'000 : 0, isWild ? u"no such thing" : list->GetSymbolText(0));
     services.SetList(selection, std::numeric_limits<int32_t>::max());
     bool closes = false, accepts = false, displayParams = false;

@@ -71,9 +71,7 @@ TEST(Namespaces, NamesAsTheDocumentSpellsThem) {
 
 // One host, one document after the other.
 TEST(Namespaces, FollowTheDocument) {
-    const struct {
-        const char *FFile, *FText, *FExpect;
-    } cases[] = {
+    const char* const cases[][3] = {
         {"a.shelf", "<s:shelf xmlns:s='urn:shelf'><^ ", "label s:book s:shelf"},
         {"a.shelf", "<t:shelf xmlns:t='urn:shelf'><^ ", "label t:book t:shelf"},
         {"b.shelf", "<shelf xmlns='urn:shelf'><^ ", "book label shelf"},
@@ -87,9 +85,9 @@ TEST(Namespaces, FollowTheDocument) {
         {"a.shelf", "<shelf><^ ", "book label shelf"},
     };
     TFreeHost host("", "a.shelf");
-    for (const auto& c : cases) {
-        host.OpenText(c.FText, c.FFile);
-        EXPECT_EQ(host.Offer(), c.FExpect) << c.FText;
+    for (const auto& [file, text, expect] : cases) {
+        host.OpenText(text, file);
+        EXPECT_EQ(host.Offer(), expect) << text;
     }
 }
 
@@ -124,20 +122,18 @@ TEST(Namespaces, ADocumentThatStaysCostsNothing) {
 }
 
 TEST(Namespaces, Choices) {
-    const struct {
-        const char *FText, *FItem, *FExpect;
-    } cases[] = {
+    const char* const cases[][3] = {
         {"<s:shelf xmlns:s='urn:shelf'>\n<^\n", "s:book", "<s:shelf xmlns:s='urn:shelf'>\n<s:book^\n"},
         {"<s:shelf xmlns:s='urn:shelf'>\n<s:b^\n", "s:book", "<s:shelf xmlns:s='urn:shelf'>\n<s:book^\n"},
         {"<s:shelf xmlns:s='urn:shelf'>\n<^\n", "label", "<s:shelf xmlns:s='urn:shelf'>\n<label^\n"},
         {"<s:shelf xmlns:s='urn:shelf'>\n^\n", "</s:shelf>", "<s:shelf xmlns:s='urn:shelf'>\n</s:shelf>^\n"},
         {"<s:shelf ^ xmlns:s='urn:shelf'>\n", "wood", "<s:shelf wood^ xmlns:s='urn:shelf'>\n"},
     };
-    for (const auto& c : cases) {
-        TFreeHost host(c.FText, "a.shelf");
-        ASSERT_TRUE(host.Driver().OpenList() && host.Driver().Select(ToUtf16(c.FItem))) << c.FText;
+    for (const auto& [text, item, expect] : cases) {
+        TFreeHost host(text, "a.shelf");
+        ASSERT_TRUE(host.Driver().OpenList() && host.Driver().Select(ToUtf16(item))) << text;
         host.Driver().PressKey(ekEnter);
-        EXPECT_EQ(host.Text(), c.FExpect) << c.FText;
+        EXPECT_EQ(host.Text(), expect) << text;
     }
 }
 

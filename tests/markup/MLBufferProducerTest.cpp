@@ -32,17 +32,14 @@ TEST(BufferProducer, CutsAtWhiteSpace) {
     std::string exact(16383, 'x');
     std::string spaced(20000, 'x');
     spaced[16000] = ' ';
-    const struct {
-        std::string FText;
-        std::string FSizes;
-    } cases[] = {
+    const std::string cases[][2] = {
         {"", ""},
         {"a", "1 "},
         {exact + "\n", "16384 "},
         {spaced, "16001 3999 "},
         {std::string(20000, 'x'), "16384 3616 "},  // nowhere to cut
     };
-    for (const auto& c : cases) EXPECT_EQ(Blocks(c.FText), c.FSizes);
+    for (const auto& [text, sizes] : cases) EXPECT_EQ(Blocks(text), sizes);
     EXPECT_EQ(Blocks(std::string(100, 'a') + "bc", 100), "2 ");
 }
 

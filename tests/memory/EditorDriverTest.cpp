@@ -1,8 +1,6 @@
 // Whole keys: what is in the text and in the list after each, and undo in whole keys.
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "FakeManager.h"
 #include "memory/EditorDriver.h"
 
@@ -259,28 +257,6 @@ TEST(EditorDriver, Lens) {
     page.Press("d{E}");
     EXPECT_EQ(page.Text(), "::div^");
     EXPECT_TRUE(services->CurrentEditView() == static_cast<INibEditView*>(&page.FDocument->View()));
-}
-
-// Any keys on any bytes: undone to the first byte.
-TEST(EditorDriver, RandomSessions) {
-    std::mt19937 random(7);
-    auto below = [&](size_t n) { return random() % n; };
-    constexpr std::string_view Bytes = "ab<:;> \r\n\t\"/\xC3\xA9\xF0\x9F\x98\x80\xFF";
-    constexpr char32_t Typed[] = {'d', 'b', '<', ':', ';',  '>',     ' ',
-                                  '"', '/', 0,   27,  0xE9, 0x1F600, 0x110000};
-    constexpr TSetUp SetUps[] = {nullptr, Style, Values, Chain, Aid, Again};
-    for (int session = 0; session < 400; ++session) {
-        std::string text;
-        for (size_t i = below(40); i > 0; --i) text += Bytes[below(Bytes.size())];
-        TPage page(text, SetUps[below(std::size(SetUps))]);
-        page.FDocument->View().SetCaretOffset(static_cast<int32_t>(below(text.size() + 1)));
-        for (int key = 0; key < 60; ++key) {
-            if (below(3)) page.Driver().TypeChar(Typed[below(std::size(Typed))]);
-            else page.Driver().PressKey(static_cast<TEditorKey>(below(ekCtrlSpace + 1)));
-        }
-        while (page.Driver().Undo()) continue;
-        ASSERT_EQ(page.FDocument->Text().Text(), text);
-    }
 }
 
 }  // namespace

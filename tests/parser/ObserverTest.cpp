@@ -44,9 +44,7 @@ std::string Events(std::string_view text, std::vector<TRef<TRecorder>> recorders
 }
 
 TEST(Observers, AreToldWhatLiesBeforeTheCaret) {
-    const struct {
-        const char *FText, *FExpect;
-    } cases[] = {
+    const char* const cases[][2] = {
         {"<p>a<br/>b</p>c^", "open(p)0-3 text(a)3-4 single(br)4-9 text(b)9-10 close(p)10-14 text(c)14-15 "},
         {"<a href=\"x\" title>^", "attribute(href)3-11 attribute(title)12-17 open(a)0-18 text()18-18 "},
         {"<!-- x --><? y ?><% z %><%-- w --%>^",
@@ -62,7 +60,7 @@ TEST(Observers, AreToldWhatLiesBeforeTheCaret) {
          "script( x )0-11 text(>)11-12 text(!DOCTYPE>)14-23 "},  // nothing is told of what is no element
         {"<script>a<b</script>^", "open(script)0-8 text(a<b)8-11 close(script)11-20 text()20-20 "},
     };
-    for (const auto& c : cases) EXPECT_EQ(Events(c.FText, {MakeRef<TRecorder>()}), c.FExpect) << c.FText;
+    for (const auto& [text, expect] : cases) EXPECT_EQ(Events(text, {MakeRef<TRecorder>()}), expect) << text;
 }
 
 // Wherever a block ends, all of a text is told, and told once.

@@ -28,9 +28,7 @@ std::string Tokens(const std::string& text, TDTDRun& run) {
 }
 
 TEST(DTDScanner, Tokens) {
-    const struct {
-        std::string FText, FExpect;
-    } cases[] = {
+    const std::string cases[][2] = {
         {"", ""},
         {"<!ELEMENT <!ATTLIST <!ENTITY", "Element=<!ELEMENT AttList=<!ATTLIST Entity=<!ENTITY"},
         {"<!element <!DOCTYPE", "Element=<!element Id=<!DOCTYPE"},
@@ -65,9 +63,9 @@ TEST(DTDScanner, Tokens) {
          " {1: Invalid character in input stream \\x00}"},
         {"\xEF\xBB\xBF<!ELEMENT", "Element=<!ELEMENT"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [text, expect] : cases) {
         TDTDRun run;
-        EXPECT_EQ(Tokens(c.FText, run), c.FExpect) << c.FText;
+        EXPECT_EQ(Tokens(text, run), expect) << text;
     }
 }
 
@@ -75,10 +73,7 @@ TEST(DTDScanner, References) {
     const std::pair<const char*, const char*> entities[] = {
         {"x", "a|b"},     {"e", ""},          {"n", "%x;,%x"}, {"self", "a %self; b"},
         {"r1", "1 %r2;"}, {"r2", "2 %r1; 3"}, {"open", "'p"},  {"half", "--"}};
-    const struct {
-        const char* FText;
-        const char* FExpect;
-    } cases[] = {
+    const char* const cases[][2] = {
         {"(%x;)", "( Id=a | Id=b )"},
         {"(%x)", "( Id=a | Id=b )"},  // the ";" may be left out
         {"%x;;%e;%e;z", "Id=a | Id=b ; Id=z"},
@@ -89,13 +84,13 @@ TEST(DTDScanner, References) {
         {"%open; q' r", "Str=p q Id=r"},
         {"%half; a -- b", "Id=b"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [text, expect] : cases) {
         TDTDRun run;
         for (auto [name, value] : entities) {
             TDTDSymbol* symbol = run.Parser.EnterSymbol(name, dtParameterizedEntity);
             SymbolAs<TDTDParameterizedEntity>(symbol)->FValue = value;
         }
-        EXPECT_EQ(Tokens(c.FText, run), c.FExpect) << c.FText;
+        EXPECT_EQ(Tokens(text, run), expect) << text;
     }
 }
 

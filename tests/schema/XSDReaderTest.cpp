@@ -128,9 +128,7 @@ TEST(XSDReader, BoundsOfHostileFiles) {
                               Numbered("<xsd:attributeGroup name='g$+'>" + next + end, 63);
     const std::string crowd =
         "<xsd:complexType><xsd:choice><xsd:element name='a'/></xsd:choice></xsd:complexType>";
-    const struct {
-        std::string FBody, FMessage;
-    } cases[] = {
+    const std::string cases[][2] = {
         {Repeat(open, 100000) + Repeat(close, 100000), "Too many declarations"},
         {Repeat("<xsd:choice>", 100000) + Repeat("</xsd:choice>", 100000), ""},
         {twice, "Too many attributes in attribute groups"},
@@ -138,11 +136,11 @@ TEST(XSDReader, BoundsOfHostileFiles) {
         {Repeat("<xsd:element name='a'/>", 300000), "Further messages about this file are not shown"},
         {Repeat("<!-- a long comment that fills the file -->", 500000), "only its first 16 MB are used"},
     };
-    for (const auto& c : cases) {
-        TRun run(Schema(c.FBody));
+    for (const auto& [body, message] : cases) {
+        TRun run(Schema(body));
         bool isAsExpected =
-            c.FMessage.empty() ? run.Messages.empty() : run.Messages.find(c.FMessage) != std::string::npos;
-        EXPECT_TRUE(isAsExpected) << c.FBody.substr(0, 60) << ": " << run.Messages.substr(0, 200);
+            message.empty() ? run.Messages.empty() : run.Messages.find(message) != std::string::npos;
+        EXPECT_TRUE(isAsExpected) << body.substr(0, 60) << ": " << run.Messages.substr(0, 200);
     }
 }
 

@@ -182,10 +182,11 @@ TEST(Typing, ByHand) {
 // Any keys anywhere: nothing but the words at the caret changes.
 TEST(Typing, RandomSessions) {
     const std::string page =
-        "<!DOCTYPE html>\n<div id=\"a b\"><p class=x>one <b>two</b> &amp; <br> <a target=\"_top\">three</a>\n"
+        "<!DOCTYPE html>\n<div id=\"a b\"><p class=x>one <b>tw\xC3\xA9\xFF</b> &amp; <br> <a "
+        "target=\"_top\">three</a>\n"
         "<ul><li>four <img src=\"\"><!-- < five --> six</ul><script>a < b</script> "
         "<table><td>x</table></div>\n";
-    const std::string keys = "pbadiv<>/ =\"'&;!tabletarget_";
+    const std::u32string keys = U"pbadiv<>/ =\"'&;!tabletarget_\u00E9\U0001F600";
     std::mt19937 random(11);
     auto below = [&](size_t n) { return static_cast<size_t>(random()) % n; };
     for (int session = 0; session < 120; ++session) {
@@ -196,9 +197,8 @@ TEST(Typing, RandomSessions) {
         for (int i = 0; i < 50; ++i) {
             bool isNamed = below(4) == 0;
             size_t named = below(9);
-            std::string fault =
-                isNamed ? PressAndJudge(host.Document(), static_cast<TEditorKey>(named))
-                        : TypeAndJudge(host.Document(), static_cast<char32_t>(keys[below(keys.size())]));
+            std::string fault = isNamed ? PressAndJudge(host.Document(), static_cast<TEditorKey>(named))
+                                        : TypeAndJudge(host.Document(), keys[below(keys.size())]);
             ASSERT_EQ(fault, "") << session << ' ' << i << ": " << host.Text();
         }
         host.Driver().Dismiss();
