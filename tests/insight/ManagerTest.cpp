@@ -332,24 +332,21 @@ TEST(Manager, SchemasOfDocuments) {
 
 // A schema that is missing is told of once, in the words of its kind.
 TEST(Manager, MissingSchemas) {
-    const struct {
-        const char *FName, *FText, *FMessage;
-    } cases[] = {
-        {"a.gone", "<a ^", "Code Completion: Unable to find schema file \"%gone.xsd\""},
+    const char* const cases[][3] = {
+        {"a.gone", "<a ^",
+         "Code Completion: Unable to find schema file \"" CARETWELL_SOURCE_DIR
+         "/tests/data/schemas/gone.xsd\""},
         {"a.html", "<!DOCTYPE a SYSTEM 'gone.dtd'><a ^", "Code Completion: Invalid schema file \"gone.dtd\""},
     };
-    for (const auto& c : cases) {
-        TTestHost host(c.FText, c.FName);
+    for (const auto& [name, text, says] : cases) {
+        TTestHost host(text, name);
         auto mapper = GetFileToSchemaMapperService();
         mapper->RegisterSchema(".gone", "gone.xsd");
         host.Offer();
         std::string seen;
         for (const auto& message : host.Session().Messages().Messages())
             seen += message.Prefix + ": " + message.Text;
-        std::string expect = c.FMessage;
-        if (size_t at = expect.find('%'); at != expect.npos)
-            expect.replace(at, 1, CARETWELL_SOURCE_DIR "/tests/data/schemas/");
-        EXPECT_EQ(seen, expect);
+        EXPECT_EQ(seen, says);
         // Without it a file of that kind is a page like any other.
         EXPECT_TRUE(mapper->RegisterSchema(".Gone", ""));
         EXPECT_FALSE(mapper->RegisterSchema(".gone", ""));

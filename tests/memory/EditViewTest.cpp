@@ -70,9 +70,7 @@ void Act(INibEditPosition& position, std::string_view actions) {
 }
 
 TEST(EditView, Position) {
-    const struct {
-        const char *FText, *FActions, *FResult;
-    } cases[] = {
+    const char* const cases[][3] = {
         {"a\nbc^d\ne", "<", "a\nb^cd\ne"},
         {"a\nbc^d\ne", "<<<<", "a\n^bcd\ne"},
         {"a\nbc^d\ne", ">>>>", "a\nbcd^\ne"},
@@ -91,10 +89,10 @@ TEST(EditView, Position) {
         {"ab^c", "r", "ab^c"},
         {"^", "xh", "x\xEF\xBF\xBD^"},
     };
-    for (const auto& c : cases) {
-        auto view = ViewOf(c.FText);
-        Act(*view->Position(), c.FActions);
-        EXPECT_EQ(TextOf(*view), c.FResult) << c.FText << " " << c.FActions;
+    for (const auto& [before, actions, after] : cases) {
+        auto view = ViewOf(before);
+        Act(*view->Position(), actions);
+        EXPECT_EQ(TextOf(*view), after) << before << " " << actions;
     }
 }
 

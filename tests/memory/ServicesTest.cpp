@@ -61,14 +61,12 @@ TEST(Settings, DefaultFile) {
 }
 
 TEST(Dialogs, Unit) {
-    const struct {
-        const char *FAnswer, *FUnits, *FResult;
-    } cases[] = {
+    const char* const cases[][3] = {
         {"12px", "px em", "12 px"},   {"12EM", "px em", "12 em"}, {"-1.5em", "px em", "-1.5 em"},
         {"50%", "%", "50 %"},         {"12", "px em", "12 px"},   {"12rem", "px em", "cancelled"},
         {"px", "px em", "cancelled"}, {"", "px", "cancelled"},    {"12px", "", "12px "},
     };
-    for (const auto& c : cases) {
+    for (const auto& [answer, unitNames, expect] : cases) {
         TForm form;
         form.Purpose = "length";
         for (const char* name : {"OKBtn", "CancelBtn", "ValueEdit", "UnitCombo"}) {
@@ -78,17 +76,17 @@ TEST(Dialogs, Unit) {
         }
         form.Controls[0].IsDefault = form.Controls[1].IsCancel = true;
         auto& units = form.Controls[3];
-        units.Items = Split(c.FUnits);
+        units.Items = Split(unitNames);
         if (!units.Items.empty()) units.ItemIndex = 0;
         TDialogAnswers answers;
         TScriptedForms forms(answers);
         EXPECT_EQ(forms.ShowModal(form), 2);  // no answer
-        answers.Set("length", c.FAnswer);
+        answers.Set("length", answer);
         std::string result = "cancelled";
         bool isDone = forms.ShowModal(form) == 1;
         if (isDone) result = form.Find("ValueEdit")->Text + " ";
         if (isDone && units.ItemIndex >= 0) result += units.Items[static_cast<size_t>(units.ItemIndex)];
-        EXPECT_EQ(result, c.FResult) << c.FAnswer;
+        EXPECT_EQ(result, expect) << answer;
     }
 }
 

@@ -74,10 +74,7 @@ TEST(Manager, Lists) {
 }
 
 TEST(Manager, Choices) {
-    struct TCase {
-        const char *FText, *FItem, *FResult;
-    };
-    constexpr TCase Cases[] = {
+    constexpr const char* Cases[][3] = {
         {"a { co^", "color", "a { color:^"},
         {"a { color^ : red }", "color", "a { color^ : red }"},
         {"a { co^l: red }", "color", "a { color^: red }"},
@@ -103,29 +100,29 @@ TEST(Manager, Choices) {
         {"/* \xF0\x9F\x98\x80 */ a { color: r^", "red", "/* \xF0\x9F\x98\x80 */ a { color: red;^"},
     };
     std::map<std::string, std::string> answers = {{"color", "#ff0000"}, {"length", "12em"}};
-    for (const TCase& c : Cases) {
-        bool isCancelled = std::string_view(c.FText) == c.FResult;
+    for (const auto& [text, item, result] : Cases) {
+        bool isCancelled = std::string_view(text) == result;
         TStyleHost host(SmallSchema, isCancelled ? decltype(answers)() : answers);
-        TDocument& document = host.Open(c.FText);
+        TDocument& document = host.Open(text);
         document.Driver().OpenList();
-        ASSERT_TRUE(document.Driver().Select(ToUtf16(c.FItem))) << c.FText;
+        ASSERT_TRUE(document.Driver().Select(ToUtf16(item))) << text;
         // What was composed beforehand is what is written.
         TNibEdit edit;
         std::string before = document.Text().Text();
-        ASSERT_TRUE(CSSKibitzManager().ComposeChoice(document.Driver().SelectedIndex(), 13, edit)) << c.FText;
+        ASSERT_TRUE(CSSKibitzManager().ComposeChoice(document.Driver().SelectedIndex(), 13, edit)) << text;
         if (TNibEdit byBlank; !edit.EditorId.empty()) {
             int32_t index = document.Driver().SelectedIndex();
             EXPECT_FALSE(CSSKibitzManager().ComposeChoice(index, ' ', byBlank)) << "no dialog by a blank";
         }
         document.Driver().TypeChar(13);
-        EXPECT_EQ(host.Text(), c.FResult) << c.FText;
+        EXPECT_EQ(host.Text(), result) << text;
         if (!edit.EditorId.empty()) {
-            EXPECT_EQ(edit.EditorId + "...", c.FItem);
+            EXPECT_EQ(edit.EditorId + "...", item);
         } else {
             EXPECT_EQ(before.replace(static_cast<size_t>(edit.Start),
                                      static_cast<size_t>(edit.End - edit.Start), ToUtf8(edit.Text)),
                       document.Text().Text());
-            EXPECT_EQ(edit.Caret, document.View().CaretOffset()) << c.FText;
+            EXPECT_EQ(edit.Caret, document.View().CaretOffset()) << text;
         }
     }
 }
@@ -156,20 +153,16 @@ TEST(Manager, Typing) {
     }
 }
 
+// A key closes the list, and accepts what is selected.
 TEST(Manager, Keys) {
-    struct TCase {
-        char16_t FKey;
-        bool FCloses, FAccepts;
-    };
-    constexpr TCase Cases[] = {{9, true, true},     {' ', true, true},   {13, true, true}, {27, true, false},
-                               {'a', false, false}, {':', false, false}, {';', true, true}};
     TStyleHost host;
-    for (const TCase& c : Cases) {
+    std::string seen;
+    for (char16_t key : std::u16string(u"\t \r\x1B") + u"a:;") {
         bool closes = false, accepts = false;
-        CSSLanguageManager()->OnEditorKey(c.FKey, closes, accepts);
-        EXPECT_EQ(closes, c.FCloses) << int{c.FKey};
-        EXPECT_EQ(accepts, c.FAccepts) << int{c.FKey};
+        CSSLanguageManager()->OnEditorKey(key, closes, accepts);
+        seen += std::string(closes ? "c" : "") + (accepts ? "a " : " ");
     }
+    EXPECT_EQ(seen, "ca ca ca c   ca ");
     struct TOpening {
         char16_t FChar;
         int32_t FElement, FType, FInvoke;
@@ -222,13 +215,6 @@ TEST(Manager, Answers) {
     host.Session().CloseDocument(*host.Session().Current());
     EXPECT_FALSE(manager->InvokeCodeCompletion(itUser, word)) << "without a view";
     EXPECT_EQ(list->GetCount(), 0);
-}
-
-TEST(Manager, Explains) {
-    TStyleHost host;
-    host.Open("a { COLOR: ^").Driver().OpenList();
-    TCSSExplanation seen = CSSKibitzManager().Explain();
-    EXPECT_EQ(seen.Position + " " + seen.Property + " " + seen.LastDeclaration, "kpExpr color COLOR");
 }
 
 // No exception of a schema reaches the host: it hears of it in its message view.
