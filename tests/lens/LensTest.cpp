@@ -7,38 +7,24 @@
 namespace caretwell {
 namespace {
 
-struct TLook {
-    std::string FDocument;
-    TLensText FResult;
-    size_t FCaret;
-};
-
 bool SameBreaks(std::string_view a, std::string_view b) {
     if (a.size() != b.size()) return false;
     for (size_t i = 0; i < a.size(); ++i) {
-        for (char line : {'\n', '\r'}) {
+        for (char line : {'\n', '\r'})
             if ((a[i] == line) != (b[i] == line)) return false;
-        }
     }
     return true;
-}
-
-TLook Look(std::string_view marked, TLensKind kind) {
-    TLook look{std::string(marked), {}, marked.find('^')};
-    look.FDocument.erase(look.FCaret, 1);
-    look.FResult = LookThrough(look.FDocument, kind, look.FCaret);
-    EXPECT_TRUE(SameBreaks(look.FDocument, look.FResult.FText)) << marked;
-    return look;
 }
 
 // The place, and the text with runs of white space as one blank and the caret in it.
 std::string Show(std::string_view marked, TLensKind kind) {
     static constexpr const char* Places[] = {"none", "outside", "head", "name", "value"};
-    const auto look = Look(marked, kind);
-    std::string shown = std::string(Places[look.FResult.FPlace]) + ":";
-    auto text = look.FResult.FText;
-    text.insert(look.FCaret, "^");
-    for (char c : text) {
+    std::string document(marked);
+    const size_t caret = document.find('^');
+    TLensText look = LookThrough(document.erase(caret, 1), kind, caret);
+    EXPECT_TRUE(SameBreaks(document, look.FText)) << marked;
+    std::string shown = std::string(Places[look.FPlace]) + ":";
+    for (char c : look.FText.insert(caret, "^")) {
         const bool blank = c == ' ' || c == '\n' || c == '\r';
         if (!blank) shown += c;
         else if (shown.back() != ' ') shown += ' ';
