@@ -43,7 +43,7 @@ set(caretwell_public_headers)
 set(waiting
   package/HTMReg.h host/Nibapi.h host/Platform.h
   markup/MLParserUtils.h markup/MLBufferProducer.h
-  insight/MLCodeInsight.h stylesheet/CSSLanguage.h typing/TypingSession.h
+  grammar/GrammarAnswer.h insight/MLCodeInsight.h stylesheet/CSSLanguage.h typing/TypingSession.h
   symbols/FileToSchemaMapper.h tagmodel/AttributeEditors.h)
 while(waiting)
   list(POP_FRONT waiting header)

@@ -95,7 +95,23 @@ void AddCaretTags(TJson& json, const TMLParser& parser) {
     if (parser.FCurrentAttribute) json["currentAttribute"] = JsonOf(parser.FCurrentAttribute->GetName());
 }
 
+// The line of an element is that of its tag, or of the tag before which that is left out.
+void AddGrammar(TJson& json, INibGrammar& grammar, const TTextBuffer& text) {
+    TGrammarAnswer answer;
+    if (!grammar.GetAnswer(answer)) return;
+    TJson closable = TJson::array();
+    for (const TClosableElement& element : answer.Closable)
+        closable.push_back({{"name", element.Name}, {"line", LinePlaceAt(text, element.Offset).Line}});
+    json["grammar"] = {{"exact", answer.IsExact},
+                       {"now", answer.Now},
+                       {"required", answer.Required},
+                       {"elsewhere", answer.Elsewhere},
+                       {"closable", std::move(closable)}};
+}
+
 TJson ExplainMarkup(TEngine& engine, TDocument& document) {
+    auto grammar = QueryAs<INibGrammar>(&engine.Markup());
+    grammar->SetWatching(true);
     engine.Parse(document);
     TMLSymbolManager& symbols = engine.Symbols();
     const TMLParser& parser = symbols.GetParser();
@@ -109,6 +125,7 @@ TJson ExplainMarkup(TEngine& engine, TDocument& document) {
     json["closingTags"] = DescribeClosingTags(symbols);
     json["autoClose"] = DescribeAutoClose(parser, document.Text());
     if (!parser.FSchemaFile.empty()) json["schemaFile"] = parser.FSchemaFile;
+    AddGrammar(json, *grammar, document.Text());
     return json;
 }
 
@@ -154,10 +171,22 @@ void AddRows(TFacts& facts, const std::string& key, const TJson& rows) {
     }
 }
 
+// Names of elements side by side: there may be a hundred.
+void AddGrammarRows(TFacts& facts, const TJson& grammar) {
+    facts.Add("grammar", grammar["exact"].get<bool>() ? "exact" : "not exact");
+    for (const char* key : {"now", "required", "elsewhere", "closable"}) {
+        std::string names;
+        for (const TJson& row : grammar[key])
+            names += (names.empty() ? "" : " ") + (row.is_object() ? row["name"] : row).get<std::string>();
+        if (!names.empty()) facts.Add(std::string("  ") + key, names);
+    }
+}
+
 std::string TextOf(const TJson& json) {
     TFacts facts;
     for (const auto& [key, value] : json.items()) {
-        if (value.is_array()) AddRows(facts, key, value);
+        if (key == "grammar") AddGrammarRows(facts, value);
+        else if (value.is_array()) AddRows(facts, key, value);
         else if (value.is_boolean()) facts.Add(key, value.get<bool>() ? "yes" : "no");
         else if (key == "currentTag")
             facts.Add(key,

@@ -14,6 +14,7 @@
 #include <optional>
 #include <string>
 
+#include "grammar/SchemaGrammars.h"
 #include "insight/MLCodeInsight.h"
 #include "markup/Edit.h"
 #include "markup/MLBufferProducer.h"
@@ -26,8 +27,8 @@ namespace caretwell {
 /// Which of the four lists an index speaks of.
 enum class TListKind { Entities, Elements, Values, Attributes };
 
-class TMLKibitzManager final
-    : public TManagerBase<INibMLCodeInsightManager, ISymbolManagerAccessor, INibMLParse, INibInsightDraw> {
+class TMLKibitzManager final : public TManagerBase<INibMLCodeInsightManager, ISymbolManagerAccessor,
+                                                   INibMLParse, INibInsightDraw, INibGrammar> {
 public:
     TMLKibitzManager();
 
@@ -42,6 +43,11 @@ public:
     void RemoveCallback(IRefCounted* observer) override;
     TRef<ITagStackIterator> GetTagStack() override { return GetTagStackIterator(FSymbols); }
     TRef<ISymbolManagerIterator> GetElements() override { return GetSymbolManagerIterator(FSymbols); }
+
+    // ---- INibGrammar
+    bool GetWatching() override { return FGrammars.GetWatching(); }
+    void SetWatching(bool value) override;
+    bool GetAnswer(TGrammarAnswer& answer) override;
 
     // ---- ISymbolManagerAccessor
     TMLSymbolManager* GetSymbolManager() override { return &FSymbols; }
@@ -181,6 +187,7 @@ private:
     uint8_t FContext = 0;
     TMLSymbolManager& FSymbols;
     std::shared_ptr<TMLSymbolManager> FSymbolsOwner;  // of FSymbols
+    TSchemaGrammars FGrammars{FSymbols};
 };
 
 /// Called at shut-down: drops the manager, then frees the symbol manager.

@@ -51,6 +51,14 @@ void TMLKibitzManager::Parse(TNibEditPos position, TRef<IMLBufferProducer> produ
     Guarded([&] { GetParser().Parse(position, std::move(producer), std::move(contextTag)); });
 }
 
+void TMLKibitzManager::SetWatching(bool value) {
+    Guarded([&] { FGrammars.SetWatching(value); });
+}
+
+bool TMLKibitzManager::GetAnswer(TGrammarAnswer& answer) {
+    return Guarded(false, [&] { return FGrammars.GetAnswer(answer); });
+}
+
 bool TMLKibitzManager::InvokeCodeCompletion(TNibInvokeType howInvoked, std::u16string& text) {
     return Guarded(false, [&] { return OpenList(howInvoked, text); });
 }

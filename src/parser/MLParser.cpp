@@ -5,6 +5,7 @@
 
 #include "host/ValueScope.h"
 #include "parser/ElementTable.h"
+#include "parser/TagLog.h"
 
 namespace caretwell {
 
@@ -24,6 +25,7 @@ void TMLParser::Forget() {
 void TMLParser::Scan(IMLBufferProducer& producer, TNibEditPos caret, TRef<INibMLTag> startTag) {
     TValueScope<TMLParserState> parsing(FState, mlpsParsing);
     Forget();
+    if (FTagLog) FTagLog->Begin(startTag ? ToUtf8(startTag->GetName()) : std::string());
     FCaret = FValuePos = caret;
     FCurrentTag = startTag;
     if (FWindow.Open(producer, caret)) {

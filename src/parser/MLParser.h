@@ -27,6 +27,7 @@
 namespace caretwell {
 
 class TMLParser;
+class TTagLog;
 struct TNameKey;
 struct TRegionRule;
 
@@ -62,6 +63,9 @@ public:
     void Scan(IMLBufferProducer& producer, TNibEditPos caret, TRef<INibMLTag> startTag);
     /// Forgets the last scan: its tags are gone.
     void Forget();
+
+    /// Where scans note the tags that they meet; null for nowhere. Not owned.
+    void SetTagLog(TTagLog* log) { FTagLog = log; }
 
     // ---- Observers. They are told of what lies before the caret, in document order.
 
@@ -215,6 +219,8 @@ private:
     IDocumentRoad& FRoad;
     TMLParserState FState = mlpsNone;
     std::vector<TRef<INibMLElementCallback>> FCallbacks;
+
+    TTagLog* FTagLog = nullptr;
 
     // One scan.
     TScan FScan;

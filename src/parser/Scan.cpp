@@ -5,6 +5,7 @@
 #include "parser/MLParser.h"
 #include "parser/NameKey.h"
 #include "parser/Regions.h"
+#include "parser/TagLog.h"
 
 namespace caretwell {
 namespace {
@@ -135,6 +136,7 @@ void TMLParser::ScanSlash() {
     FContexts.Remove(pcElement);
     PopContextPos();
     if (beforeCaret) Callback(tag.Tag, ttSingleLine, tag.Start, Offset());
+    if (FTagLog) FTagLog->AddEmpty(tag.Start, beforeCaret);
     if (InCaretTag()) {
         bool isEndBeforeCaret = IsBeforeCaret(FPosition);
         if (isEndBeforeCaret && FCurrentTagAttrs) FCurrentTagAttrs->Clear();
@@ -298,6 +300,8 @@ void TMLParser::ScanTagName(const TTagScan& tag) {
     if (name.empty() && FScan.Tag.Form != TTagForm::Directive) return IgnoreNamelessTag();
     if (!FindScanTag(key, name)) return;
     BeginTag(nameOffset);
+    bool isLogged = FTagLog && !isTyped && FScan.Tag.Form != TTagForm::Directive;
+    if (isLogged) FTagLog->AddTag(key, name, FScan.Tag.IsClosing(), FScan.Tag.Start, FScan.BeforeCaret);
     if (!FScan.Tag.Tag) MakeUpTag(FTable.NewUnknown(name));
     if (FScan.BeforeCaret || isTyped) FInTag = true;
     if (!FScan.Tag.IsClosing()) {

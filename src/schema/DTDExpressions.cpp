@@ -15,6 +15,11 @@ TDTDExprNode* TDTDParser::ParseExpr() {
             NextToken();
             TDTDExprNode* group = ParseExprBody();
             CloseGroup(group);
+            // Inside a group the node after it takes this mark.
+            if (Token() == tkQuestionMark) {
+                group->FGroupAttr = eaZeroOrOne;
+                NextToken();
+            }
             return group;
         }
         default: return CreateExpr();
@@ -23,12 +28,12 @@ TDTDExprNode* TDTDParser::ParseExpr() {
 
 void TDTDParser::CloseGroup(TDTDExprNode* group) {
     if (Token() == tkRParenPlus) {
-        group->FAttr = eaOneOrMore;
+        group->FAttr = group->FGroupAttr = eaOneOrMore;
         NextToken();
     } else if (Token() == tkRParen) {
         NextToken();
         if (Token() != tkAsterisk) return;
-        group->FAttr = eaZeroOrMore;
+        group->FAttr = group->FGroupAttr = eaZeroOrMore;
         NextToken();
     } else {
         Expected(")");
@@ -79,15 +84,15 @@ void TDTDParser::ParseItem(TDTDExprNode* node) {
 bool TDTDParser::ParseConnector(TChain& chain) {
     switch (Token()) {
         case tkPlus:
-            chain.Current->FAttr = eaOneOrMore;
+            chain.Current->FAttr = chain.Current->FItemAttr = eaOneOrMore;
             NextToken();
             break;
         case tkQuestionMark:
-            chain.Current->FAttr = eaZeroOrOne;
+            chain.Current->FAttr = chain.Current->FItemAttr = eaZeroOrOne;
             NextToken();
             break;
         case tkAsterisk:
-            chain.Current->FAttr = eaZeroOrMore;
+            chain.Current->FAttr = chain.Current->FItemAttr = eaZeroOrMore;
             NextToken();
             break;
         default: break;

@@ -171,6 +171,7 @@ void TDTDParser::ClearTable() {
     FParameterizedEntities.clear();
     FEntities.clear();
     FElements.clear();
+    FContentRules.clear();
     FNodes.clear();
     FFreeNodes.clear();
     FTexts.clear();

@@ -40,6 +40,7 @@ public:
     // largest definitions in use have a fifth of it.
     static constexpr size_t MaxExprs = 500'000;
     static constexpr size_t MaxElements = 100'000;
+    static constexpr size_t MaxContentRules = 10'000;
     static constexpr size_t MaxEntities = 20'000;
     static constexpr size_t MaxAttributesOfElement = 4'096;
     static constexpr size_t MaxValuesOfAttribute = 10'000;
@@ -92,7 +93,8 @@ public:
     TDTDSymbolTable FParameterizedEntityTable;
     TDTDSymbolTable FEntityTable;
     TDTDSymbolTable FElementTable;
-    TParserErrorEvent OnError;  ///< may be empty
+    std::vector<TDTDContentRule> FContentRules;  ///< in the order of the file
+    TParserErrorEvent OnError;                   ///< may be empty
     std::unique_ptr<TDTDScanner> FScanner;
     TDTDSymbol* FSymbolList = nullptr;  ///< newest first, through FNext
     TDTDExprNode* FExprs = nullptr;     ///< newest first, through FNextNode

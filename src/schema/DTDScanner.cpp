@@ -8,6 +8,7 @@ namespace caretwell {
 namespace {
 
 constexpr std::string_view EditorsWord = "ATTRIBUTEEDITORS";
+constexpr std::string_view ContentRulesWord = "CONTENTRULES";
 constexpr std::string_view DeclarationsOrComment = "<!ELEMENT, <!ATTLIST, <!ENTITY, -";
 
 enum TByteClass : uint8_t { bcLetter = 1, bcDigit = 2, bcName = 4, bcNameStart = 8, bcEditor = 16 };
@@ -196,9 +197,12 @@ bool TDTDScanner::ReadLessThan() {
 bool TDTDScanner::ReadMarkedComment() {
     FPosition += 4;
     const char* end = SkipRun(FPosition, bcLetter);
-    bool isEditors = SameText(View(FPosition, end), EditorsWord);
+    std::string_view word = View(FPosition, end);
+    TEntryReader read = SameText(word, EditorsWord)        ? &TDTDScanner::SetEditor
+                        : SameText(word, ContentRulesWord) ? &TDTDScanner::AddContentRule
+                                                           : nullptr;
     FPosition = end;
-    if (isEditors) HandleEditors();
+    if (read) HandleEntries(read);
     else HandleGlobalComment();
     return false;
 }
@@ -279,7 +283,7 @@ bool TDTDScanner::SkipInstruction() {
     return false;
 }
 
-void TDTDScanner::HandleEditors() {
+void TDTDScanner::HandleEntries(TEntryReader read) {
     for (;;) {
         char c = *FPosition;
         if (c == 0) {
@@ -295,7 +299,7 @@ void TDTDScanner::HandleEditors() {
             const char* end = SkipRun(FPosition, bcEditor);
             // An entry may touch the end of the comment, whose hyphens are in its set.
             if (*end == '>' && View(FPosition, end).ends_with("--")) end -= 2;
-            SetEditor(View(FPosition, end));
+            (this->*read)(View(FPosition, end));
             FPosition = end;
         }
     }
@@ -310,6 +314,14 @@ void TDTDScanner::SetEditor(std::string_view entry) {
     if (!element) return;
     TDTDAttribute* attribute = element->LookupSymbol(entry.substr(dot + 1, equals - dot - 1));
     if (attribute) attribute->FEditor = FParser.Intern(entry.substr(equals + 1));
+}
+
+// place=meaning; what it says is for whoever compiles the models.
+void TDTDScanner::AddContentRule(std::string_view entry) {
+    size_t equals = entry.find('=');
+    if (equals == entry.npos || FParser.FContentRules.size() == TDTDParser::MaxContentRules) return;
+    FParser.FContentRules.push_back(
+        {FParser.Intern(entry.substr(0, equals)), FParser.Intern(entry.substr(equals + 1))});
 }
 
 void TDTDScanner::SkipWhiteSpace() {

@@ -8,7 +8,8 @@
 //
 // It reads SGML and XML definitions alike, so it accepts a little more than either.
 // One extension is its own: a comment that begins with the word ATTRIBUTEEDITORS names
-// the editors of attributes' values, as in <!--ATTRIBUTEEDITORS body.bgcolor=color -->.
+// the editors of attributes' values, as in <!--ATTRIBUTEEDITORS body.bgcolor=color -->. In the
+// same manner CONTENTRULES says of content models what a DTD has no words for.
 #pragma once
 
 #include <array>
@@ -169,10 +170,12 @@ private:
     bool SkipInstruction();
     void HandleGlobalComment();
     void HandleInlineComment();
-    void HandleEditors();
+    using TEntryReader = void (TDTDScanner::*)(std::string_view);
+    void HandleEntries(TEntryReader read);
     template <class TTest>
     bool SkipTo(TTest isEnd);
     void SetEditor(std::string_view entry);
+    void AddContentRule(std::string_view entry);
     TDTDParameterizedEntity* FindEntity(std::string_view name) const;
     void SkipWhiteSpace();
     void SkipLineBreak();

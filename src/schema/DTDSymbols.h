@@ -38,10 +38,12 @@ struct TDTDSymbol;
 /// both (a group hangs on the item before it) or, at the end of a chain, nothing.
 struct TDTDExprNode {
     TExprOp FOp = eoNull;
-    TExprAttributes FAttr = eaNone;
-    TDTDExprNode* Left = nullptr;   ///< the nested group
-    TDTDSymbol* Symbol = nullptr;   ///< the word
-    TDTDExprNode* Right = nullptr;  ///< the next item at this level
+    TExprAttributes FAttr = eaNone;       ///< of the item, or of the closed group that begins here
+    TExprAttributes FItemAttr = eaNone;   ///< of the item alone
+    TExprAttributes FGroupAttr = eaNone;  ///< of the group that begins here, where it is closed with it
+    TDTDExprNode* Left = nullptr;         ///< the nested group
+    TDTDSymbol* Symbol = nullptr;         ///< the word
+    TDTDExprNode* Right = nullptr;        ///< the next item at this level
     TDTDExprNode* FNextNode = nullptr;
     TDTDExprNode* FPrevNode = nullptr;
 };
@@ -155,6 +157,11 @@ struct TDTDEntityNames {
     std::span<const std::string_view> View() const {
         return FNames ? std::span(*FNames).first(FCount) : std::span<const std::string_view>();
     }
+};
+
+/// What a DTD cannot say of its models, out of the comment that does: "dl.div" and "dl" for dl.div=dl.
+struct TDTDContentRule {
+    std::string_view Place, Meaning;
 };
 
 struct TDTDElement : TDTDSymbol {

@@ -28,6 +28,8 @@ TSchemaReaderCache<TDTDParser>& Parsers() {
     return parsers;
 }
 
+uint64_t Generation = 0;  // of the readers in the cache
+
 void ReadFile(TMLSymbolManager& manager, TDTDParser& parser, const std::string& fileName) {
     try {
         parser.LoadFromFile(fileName);
@@ -311,6 +313,14 @@ void TMLSymbolManager::DTDParserError(TDTDParser*, TParseError kind, const std::
 void FreeDTDReaders() {
     std::lock_guard lock(SchemaReaderLock());
     Parsers().Clear();
+    ++Generation;
 }
+
+const TDTDParser* FindDTDReader(const std::string& fileName) {
+    std::lock_guard lock(SchemaReaderLock());
+    return Parsers().Find(fileName);
+}
+
+uint64_t GetDTDReaderGeneration() { return Generation; }
 
 }  // namespace caretwell

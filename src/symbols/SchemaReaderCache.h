@@ -2,6 +2,7 @@
 // documents change schemas. One lock guards all caches, the first read of a file included.
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -41,5 +42,11 @@ private:
 /// Frees all cached readers (defined by the loaders); called at shut-down.
 void FreeDTDReaders();
 void FreeXSDReaders();
+
+class TDTDParser;
+/// The reader that a table was made from; null if the file was not read.
+const TDTDParser* FindDTDReader(const std::string& fileName);
+/// Changes when readers are freed.
+uint64_t GetDTDReaderGeneration();
 
 }  // namespace caretwell

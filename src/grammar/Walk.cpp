@@ -1,0 +1,273 @@
+#include "grammar/Walk.h"
+
+#include <algorithm>
+
+#include "markup/Text.h"
+
+namespace caretwell {
+namespace {
+
+constexpr int MostLeftOut = 4;     // opening tags before one tag
+constexpr size_t MostEnded = 100;  // elements that one tag ends or passes over
+constexpr TState NoState = TContentModels::NoState;
+constexpr TState Loose = TContentModels::Loose;
+
+}  // namespace
+
+void TWalk::Begin(const TTagLog& log, bool isXML, TName context) {
+    FIsXML = isXML;
+    FHasLastOpened = false;
+    Resolve(log);
+    FOpen.clear();
+    std::ranges::fill(FTops, -1);
+    FOpen.push_back({.Element = RootElement, .State = FGrammar.Get(RootElement).Start, .Key = UINT32_MAX});
+    if (context != NoName) Push(context, context, 0, {.IsImplied = true});
+}
+
+void TWalk::Read(const TTagLog& log, size_t from, size_t to) {
+    for (size_t i = from; i < to; ++i) {
+        const TTagLog::TRow& row = log.GetRows()[i];
+        switch (row.Kind) {
+            case TTagLog::TKind::Opening: Open(row.Name, row.Offset); break;
+            case TTagLog::TKind::Closing: Close(row.Name); break;
+            case TTagLog::TKind::Empty:
+                if (FHasLastOpened) CloseTo(FOpen.size() - 1);
+                FHasLastOpened = false;
+                break;
+        }
+    }
+}
+
+// ---- names
+
+void TWalk::Resolve(const TTagLog& log) {
+    if (FNaming != log.GetNaming()) FMeanings.clear();
+    FNaming = log.GetNaming();
+    if (FMeanings.empty()) {
+        FUnknown.clear();
+        FUnknownKeys.clear();
+    }
+    for (size_t i = FMeanings.size(); i < log.GetNameCount(); ++i) {
+        const std::string& text = log.GetName(static_cast<uint32_t>(i));
+        TName name = FGrammar.FindName(text);
+        if (name != NoName) {
+            FMeanings.push_back({name, name});
+            continue;
+        }
+        std::string folded = text;
+        if (!FIsXML) std::ranges::transform(folded, folded.begin(), ToLower<char>);
+        auto key = static_cast<uint32_t>(FGrammar.GetNameCount() + FUnknown.size());
+        auto [row, isNew] = FUnknownKeys.try_emplace(std::move(folded), key);
+        if (isNew) FUnknown.push_back(text);
+        FMeanings.push_back({NoName, row->second});
+    }
+    FTops.resize(FGrammar.GetNameCount() + FUnknown.size(), -1);
+}
+
+void TWalk::ForgetNames() { FMeanings.clear(); }
+
+std::string TWalk::GetText(const TOpenElement& element) const {
+    size_t known = FGrammar.GetNameCount();
+    return element.Key < known ? FGrammar.GetText(element.Key) : FUnknown[element.Key - known];
+}
+
+// ---- what fits where
+
+bool TWalk::MayHold(const TOpenElement& holder, TName name) {
+    if (FPlaces.GetExceptions(holder.Exceptions).Excluded.Has(name)) return false;
+    const TNameSet* limit = FPlaces.GetLimit(holder.Limit);
+    return !limit || limit->Has(name) ||
+           (holder.Element != UnknownElement && FGrammar.Get(holder.Element).Own.Has(name));
+}
+
+TState TWalk::StepIn(const TOpenElement& holder, TState state, TName name) {
+    TContentModels& models = FGrammar.Models();
+    const TExceptions& exceptions = FPlaces.GetExceptions(holder.Exceptions);
+    for (const TLikeness& likeness : exceptions.Likenesses) {
+        if (likeness.Name != name || exceptions.Excluded.Has(name) || !MayHold(holder, likeness.Like))
+            continue;
+        if (TState next = models.Step(state, likeness.Like); next != NoState) return next;
+    }
+    bool isIncluded = exceptions.Included.Has(name) && !exceptions.Excluded.Has(name);
+    if (!MayHold(holder, name)) return isIncluded ? state : NoState;
+    if (state == Loose) {
+        bool isHeld = holder.Element == UnknownElement || FGrammar.Get(holder.Element).Alphabet.Has(name);
+        return isHeld || isIncluded ? Loose : NoState;
+    }
+    TState next = models.Step(state, name);
+    if (next != NoState) return next;
+    std::span<const TContentModels::TMove> moves = models.GetMoves(state);
+    for (size_t i = moves.size(); i-- > 0 && moves[i].Name >= FirstWildcard;)
+        if (FGrammar.IsMatch(moves[i].Name, name)) return moves[i].Target;
+    return isIncluded ? state : NoState;
+}
+
+TWalk::TInference TWalk::Infer(const TOpenElement& holder, TName name) {
+    uint64_t key = uint64_t{holder.State} << 32 | name;
+    // Exceptions may forbid what the models allow, and then the answer is of this place alone.
+    bool isKept = holder.Exceptions == 0 && holder.Limit == NoLimit;
+    if (isKept)
+        if (auto known = FInferred.find(key); known != FInferred.end()) return known->second;
+    TInference result;
+    for (int depth = 1; depth <= MostLeftOut && result.State == NoState; ++depth)
+        result = InferWithin(holder, holder.State, name, depth);
+    if (isKept && FInferred.size() < TContentModels::MaxStates) FInferred.emplace(key, result);
+    return result;
+}
+
+// An element whose opening tag is left out may hold the name; or it is left out whole, and the
+// name comes after it.
+TWalk::TInference TWalk::InferWithin(const TOpenElement& holder, TState state, TName name, int depth) {
+    std::span<const TContentModels::TMove> moves = FGrammar.Models().GetMoves(state);
+    std::vector<TContentModels::TMove> omissible;
+    for (const auto& move : moves) {
+        TElementId child =
+            move.Name < FirstWildcard ? FGrammar.FindChild(holder.Element, move.Name) : UnknownElement;
+        if (child != UnknownElement && FGrammar.Get(child).MayOmitStart && MayHold(holder, move.Name))
+            omissible.push_back(move);
+    }
+    for (const auto& move : omissible) {
+        TElementId child = FGrammar.FindChild(holder.Element, move.Name);
+        TOpenElement inner = MakeOpen(holder, child);
+        if (StepIn(inner, inner.State, name) != NoState) return {state, move.Name};
+        if (depth > 1 && InferWithin(inner, inner.State, name, depth - 1).State != NoState)
+            return {state, move.Name};
+    }
+    for (const auto& move : omissible) {
+        const TElementModel& model = FGrammar.Get(FGrammar.FindChild(holder.Element, move.Name));
+        if (!model.MayOmitEnd || move.Target == state || move.Target == Loose) continue;
+        if (StepIn(holder, move.Target, name) != NoState) return {move.Target, NoName};
+        if (depth <= 1) continue;
+        TInference later = InferWithin(holder, move.Target, name, depth - 1);
+        if (later.State != NoState) return later;
+    }
+    return {};
+}
+
+// ---- opening tags
+
+void TWalk::Open(uint32_t number, int32_t offset) {
+    const TMeaning meaning = FMeanings[number];
+    FHasLastOpened = false;
+    for (TName name = meaning.Name; name != NoName; name = FGrammar.NextAlike(name))
+        if (Place(name, meaning.Key, offset)) return;
+    if (!FIsXML && meaning.Name != NoName && PlaceAtSibling(meaning.Name, meaning.Key, offset)) return;
+    PlaceAnyhow(meaning.Name, meaning.Key, offset);
+}
+
+bool TWalk::Place(TName name, uint32_t key, int32_t offset) {
+    size_t last = FOpen.size() > MostEnded ? FOpen.size() - MostEnded : 0;
+    for (size_t level = FOpen.size(); level-- > last;) {
+        if (FOpen[level].IsGone) continue;
+        if (PlaceIn(level, name, key, offset)) return true;
+        if (FIsXML || !MayEnd(FOpen[level])) return false;
+    }
+    return false;
+}
+
+bool TWalk::PlaceIn(size_t level, TName name, uint32_t key, int32_t offset) {
+    TState next = StepIn(FOpen[level], FOpen[level].State, name);
+    if (next == NoState && (FIsXML || FOpen[level].Element == UnknownElement)) return false;
+    if (next == NoState) {
+        TInference left = Infer(FOpen[level], name);
+        if (left.State == NoState) return false;
+        CloseTo(level + 1);
+        FOpen[level].State = left.State;
+        if (left.Opens != NoName) {
+            FOpen[level].State = StepIn(FOpen[level], left.State, left.Opens);
+            Push(left.Opens, left.Opens, offset, {.IsImplied = true});
+            return PlaceIn(FOpen.size() - 1, name, key, offset);
+        }
+        next = StepIn(FOpen[level], left.State, name);
+    }
+    CloseTo(level + 1);
+    FOpen[level].State = next;
+    Push(name, key, offset, {});
+    return true;
+}
+
+// In HTML a further item ends the one before, also where a tag inside that was never closed:
+// <li><b>x <li>.
+bool TWalk::PlaceAtSibling(TName name, uint32_t key, int32_t offset) {
+    int32_t sibling = FTops[key];
+    if (sibling <= 0) return false;
+    auto level = static_cast<size_t>(sibling);
+    if (FOpen[level].IsMisplaced || !MayEnd(FOpen[level])) return false;
+    do --level;
+    while (FOpen[level].IsGone);
+    return PlaceIn(level, name, key, offset);
+}
+
+// What fits nowhere stands where it stands. If it comes too early the model goes on after it.
+void TWalk::PlaceAnyhow(TName name, uint32_t key, int32_t offset) {
+    TOpenElement& top = FOpen.back();
+    TState next = NoState;
+    if (name != NoName && top.State != Loose && MayHold(top, name))
+        next = FGrammar.Models().Reach(top.State, name);
+    bool isHeld = top.Element == UnknownElement || next != NoState;
+    if (next != NoState) top.State = next;
+    if (name == NoName) isHeld = top.Element == UnknownElement || FGrammar.Get(top.Element).HoldsAny;
+    Push(name, key, offset, {.IsMisplaced = !isHeld});
+}
+
+TOpenElement TWalk::MakeOpen(const TOpenElement& holder, TElementId element) {
+    TOpenElement open{.Element = element, .Exceptions = holder.Exceptions};
+    bool isTransparent = element == UnknownElement;
+    if (element != UnknownElement) {
+        const TElementModel& model = FGrammar.Get(element);
+        open.State = model.Start;
+        open.Exceptions = FPlaces.Enter(holder.Exceptions, element);
+        isTransparent = model.IsTransparent;
+    }
+    if (isTransparent) open.Limit = FPlaces.Limit(holder.Limit, holder.Element);
+    return open;
+}
+
+void TWalk::Push(TName name, uint32_t key, int32_t offset, TManner manner) {
+    TElementId element = name == NoName ? UnknownElement : FGrammar.FindChild(FOpen.back().Element, name);
+    FHasLastOpened = element == UnknownElement || FIsXML || !FGrammar.Get(element).IsEmpty;
+    if (!FHasLastOpened) return;
+    TOpenElement open = MakeOpen(FOpen.back(), element);
+    open.Key = key;
+    open.Offset = offset;
+    open.IsImplied = manner.IsImplied;
+    open.IsMisplaced = manner.IsMisplaced;
+    open.Outer = FTops[key];
+    FTops[key] = static_cast<int32_t>(FOpen.size());
+    FOpen.push_back(open);
+}
+
+bool TWalk::MayEnd(const TOpenElement& element) {
+    return element.Element != UnknownElement && FGrammar.Get(element.Element).MayOmitEnd;
+}
+
+// ---- closing tags
+
+void TWalk::Close(uint32_t number) {
+    FHasLastOpened = false;
+    int32_t level = FTops[FMeanings[number].Key];
+    if (level < 0) return;
+    auto target = static_cast<size_t>(level);
+    // An element that does not belong into the one that is closed outlives it: <b><div></b>.
+    bool staysInside = false;
+    size_t last = FOpen.size() > MostEnded ? FOpen.size() - MostEnded : 0;
+    for (size_t i = FOpen.size(); !FIsXML && !staysInside && i-- > std::max(target + 1, last);)
+        staysInside = FOpen[i].IsMisplaced && !FOpen[i].IsGone && FOpen[i].Element != UnknownElement &&
+                      !MayEnd(FOpen[i]);
+    if (!staysInside) return CloseTo(target);
+    FOpen[target].IsGone = true;
+    FTops[FOpen[target].Key] = FOpen[target].Outer;
+}
+
+void TWalk::CloseTo(size_t count) {
+    while (FOpen.size() > count) Pop();
+    while (FOpen.back().IsGone) Pop();
+}
+
+void TWalk::Pop() {
+    const TOpenElement& open = FOpen.back();
+    if (!open.IsGone) FTops[open.Key] = open.Outer;
+    FOpen.pop_back();
+}
+
+}  // namespace caretwell

@@ -1,0 +1,100 @@
+// Documents in, what may stand at their caret out.
+#include <gtest/gtest.h>
+
+#include "grammar/WalkText.h"
+
+namespace caretwell {
+namespace {
+
+constexpr const char* Page = R"(
+<!ELEMENT html O O (head, body)>
+<!ELEMENT head O O (title? & base?)>
+<!ELEMENT title - - (#PCDATA)>
+<!ELEMENT (base | br | area) - O EMPTY>
+<!ELEMENT body O O (p | div | ul | dl | table | map)* +(ins)>
+<!ELEMENT p - O (a | b | br | ins | map)*>
+<!ELEMENT b - - (a | b | br)*>
+<!ELEMENT a - - (a | b | br | p | div)* -(a)>
+<!ELEMENT div - - (p | div | ul | a | b | dt | dd)*>
+<!ELEMENT ul - - (li)+>
+<!ELEMENT li - O (p | b | ul)*>
+<!ELEMENT dl - - ((dt+, dd+)* | div*)>
+<!ELEMENT (dt | dd) - O (b)*>
+<!ELEMENT table - - (caption?, thead?, tbody+)>
+<!ELEMENT (caption | td) - O (b)*>
+<!ELEMENT thead - O (tr)+>
+<!ELEMENT tbody O O (tr)+>
+<!ELEMENT tr - O (td)+>
+<!ELEMENT ins - - (p | b | ul)*>
+<!ELEMENT map - - (area | p | a | b | br)*>
+<!--CONTENTRULES
+a=around
+ins=around
+map=around
+map.area=own
+map..area=br
+dl.div=dl
+div.dt=none
+div.dd=none
+-->)";
+
+TEST(Walk, Documents) {
+    const struct {
+        const char *Document, *Answer;
+    } cases[] = {
+        // Tags that are left out.
+        {"", "html! base body div dl head ins map p table title ul | |"},
+        {"<html>", "head! base body div dl ins map p table title ul | |"},
+        {"<title></title>", "base body div dl ins map p table ul | title | head"},
+        {"<P>", "a b br div dl ins map p table ul | | p body html"},
+        {"<ul>", "li! ins | |"},
+        {"<ul><li><b></b>", "b ins li p ul | | li ul"},
+        {"<table>", "tbody! caption ins thead tr | |"},
+        {"<table><caption>", "b ins tbody thead tr | | caption"},
+        {"<table><tr>", "td! ins | |"},
+        {"<table><tr><td>", "b ins tbody td tr | | td tr tbody table"},
+        {"<table><thead><tr><td></table>^", "div dl ins map p table ul | | body html"},
+        {"<dl><dt>", "b dd dt ins | | dt"},
+        {"<dl><dt></dt>", "dd! dt ins | div |"},
+        // What elements around say.
+        {"<p><a><b>", "b br ins | | b"},
+        {"<p><a>", "b br ins | | a"},
+        {"<div><a>", "b div ins p | | a"},
+        {"<p><map><a>", "area b br ins | | a"},
+        {"<p><b>", "a b br ins | | b"},
+        {"<div>", "a b div ins p ul | | div"},
+        {"<dl><div><dt></dt>", "dd! dt ins | |"},
+        {"<dl><div><dt></dt><dd>", "b dd dt ins | | dd div"},
+        // Errors cost what they are about.
+        {"<ul><li><b><li>", "b ins li p ul | | li ul"},
+        {"<p><b><div></b>", "a b div ins p ul | | div"},
+        {"<ul><xx></xx><li></li>", "ins li | | ul"},
+        {"</ul><ul><li></b></p>", "b ins li p ul | | li ul"},
+        {"<table><tbody><tr><td></td></tr></tbody><caption></caption>",
+         "ins tbody tr | caption thead | table"},
+        {"<p><xx>", "~a b br ins map | | xx"},
+        // What stands after the caret comes after what fits before it.
+        {"<table>^<thead></thead></table>", "tbody! caption ins tr thead | |"},
+        {"<table><caption/>^<thead></thead></table>", "tbody! ins tr thead | caption |"},
+    };
+    TDTDText page(Page);
+    for (const auto& c : cases) EXPECT_EQ(page.At(c.Document), c.Answer) << c.Document;
+}
+
+TEST(Walk, Xml) {
+    const struct {
+        const char *Document, *Answer;
+    } cases[] = {
+        {"", "html! | |"},
+        {"<html><head/>", "body! | head |"},
+        {"<html><head/><body><ul><li>", "b ins p ul | | li"},
+        {"<html><head/><body><ul><li><br>", "| | br"},
+        {"<html><head/><body><table><tbody><tr><td></tr>", "ins tr | | tbody"},
+        {"<html><head/><body></html>", "| html |"},
+    };
+    TDTDText page(Page);
+    for (const auto& c : cases) EXPECT_EQ(page.At(c.Document, true), c.Answer) << c.Document;
+}
+
+}  // namespace
+}  // namespace caretwell
