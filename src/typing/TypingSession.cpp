@@ -93,7 +93,7 @@ void TTypingSession::CaretMoved() {
 bool TTypingSession::OpenList() {
     TValueScope<bool> working(FIsBusy, true);
     if (auto view = FHost.View()) FOwn.Check(*view, FCaret);
-    FIsAskedFor = IsOpen() || AskForList(0);
+    FIsAskedFor = IsOpen() || AskForList(0) || AskForClosingTags();
     OpenRequested();
     return IsOpen();
 }
@@ -146,25 +146,38 @@ void TTypingSession::AskAfter(char32_t key) {
     FOwn.KeyTyped(*view, key);
     if (FIsRequested || (key != 0 && AskForList(KeyOf(key)))) return;
     if (key == ' ' && FIsInValue && FNext == TNext::ByKey) FNext = TNext::Values;
+    // The name of a server directive.
+    if (key == ' ' && EndsWith(*view, u"<%@ ")) FNext = TNext::List;
     if (FNext == TNext::ByKey) return;
-    if (FNext == TNext::ClosingTags) return AskForClosingTags();
+    // What the engine closes itself needs no offer.
+    if (FNext == TNext::ClosingTags && !FOwn.HasClosingTag()) AskForClosingTags();
+    if (FNext == TNext::ClosingTags) return;
     bool wantsValues = FNext == TNext::Values;
     if (!AskForList(0)) return;
     if (wantsValues && !IsValueList()) return EndList(false);
     if (wantsValues) FTrigger = KeyOf(key);
 }
 
-// Behind "</" no list opens of itself. What may be closed is offered in front of it, and
-// there the list is asked for; what the engine closes itself needs no offer.
-void TTypingSession::AskForClosingTags() {
+// After "</", and in the name there, no list opens of itself. What may be closed is offered
+// before it, and there the list is asked for.
+bool TTypingSession::AskForClosingTags() {
     auto view = FHost.View();
-    if (!view || FOwn.HasClosingTag() || !EndsWith(*view, u"</")) return;
-    PositionOf(*view)->MoveBy(0, -2);
+    if (!view || !FManager || IsStyleSheet()) return false;
+    TCharSet chars = FManager->EditorTokenValidChars(false);
+    chars.Add('<');
+    chars.Add('/');
+    auto position = PositionOf(*view);
+    std::u16string run = position->TakeText(chars, INibEditPosition::TakeBackwards);
+    size_t start = run.rfind(u'<');
+    if (start == run.npos || run.find(u'/', start) != start + 1 || run.rfind(u'/') != start + 1) return false;
+    int32_t count = CountCharacters(std::u16string_view(run).substr(start));
+    position->MoveBy(0, -count);
     AskForList(0);
-    PositionOf(*view)->MoveBy(0, 2);
-    if (!IsOpen()) return;
+    PositionOf(*view)->MoveBy(0, count);
+    if (!IsOpen()) return false;
     FIsClosingTag = true;
     Refilter();
+    return IsOpen();
 }
 
 bool TTypingSession::Opens(char16_t key, TNibInvokeType& invokeType) {
@@ -246,10 +259,8 @@ void TTypingSession::Refilter() {
 int32_t TTypingSession::BestIndex() const {
     int32_t best = 0, bestRank = 0;
     for (int32_t i = 0; i < ItemCount(); ++i) {
-        std::u16string name = NameOf(i);
-        std::u16string_view text = name;
-        if (FIsClosingTag) text = text.substr(std::min<size_t>(2, text.size()), name.size() - 3);
-        if (!StartsWithText(text, FToken)) continue;
+        std::u16string text = WordOf(i);
+        if (!StartsWithText(std::u16string_view(text), FToken)) continue;
         int32_t rank = 1 + text.starts_with(FToken) + 2 * (text.size() == FToken.size());
         if (rank > bestRank || (FIsClosingTag && rank == bestRank)) best = i, bestRank = rank;
     }
@@ -258,8 +269,7 @@ int32_t TTypingSession::BestIndex() const {
 
 bool TTypingSession::BeginsWithToken(int32_t index) const {
     if (index < 0 || index >= ItemCount()) return false;
-    std::u16string token = FIsClosingTag ? u"</" + FToken : FToken;
-    return StartsWithText(std::u16string_view(NameOf(index)), token);
+    return StartsWithText(std::u16string_view(WordOf(index)), FToken);
 }
 
 void TTypingSession::Pick(int32_t index) {
@@ -301,6 +311,13 @@ std::u16string TTypingSession::NameOf(int32_t index) const {
     if (!text.empty()) return text;
     text = FSymbols->GetSymbolTypeText(index);
     return text.substr(text.starts_with(u' ') ? 1 : 0);
+}
+
+// The part of a name that is typed as a word: "p" of "</p>", "Page" of "@ Page".
+std::u16string TTypingSession::WordOf(int32_t index) const {
+    std::u16string name = NameOf(index);
+    if (FIsClosingTag && name.size() > 3) return name.substr(2, name.size() - 3);
+    return name.starts_with(u"@ ") ? name.substr(2) : name;
 }
 
 // ------------------------------------------------------------- closing a list
@@ -389,13 +406,28 @@ TNibKeyUse TTypingSession::FindKeyUse(INibEditView& view, char32_t key, int32_t 
     return isWritten ? TNibKeyUse::Written : TNibKeyUse::Unused;
 }
 
-// The letters that are missing from a closing tag.
+// The letters that are missing from a closing tag. Of one that the user asked about the end
+// may be there: it goes.
 void TTypingSession::CloseTag() {
-    std::u16string rest = NameOf(SelectedIndex()).substr(2 + FToken.size());
+    bool isBegun = BeginsWithToken(SelectedIndex());
+    std::u16string token = isBegun ? std::u16string() : FToken;  // of another name
+    std::u16string rest = NameOf(SelectedIndex()).substr(2 + (isBegun ? FToken.size() : 0));
+    TCharSet chars = FManager->EditorTokenValidChars(false);
+    chars.Add('>');
+    bool isAskedFor = FIsAskedFor;
     EndList(false);
     auto services = GetService<INibCodeInsightServices>();
     auto view = FHost.View();
     if (!services || !view) return;
+    auto position = PositionOf(*view);
+    std::u16string ahead = position->TakeText(chars, 0);
+    size_t end = ahead.find(u'>');
+    if (isAskedFor && end != ahead.npos) {
+        auto count = static_cast<int32_t>(end) + 1;
+        position->MoveBy(0, count);
+        position->DeleteBack(count);
+    }
+    if (!token.empty()) position->DeleteBack(CountCharacters(std::u16string_view(token)));
     services->InsertText(rest, false);
     FOwn.KeyTyped(*view, '>');
 }

@@ -134,7 +134,7 @@ private:
     bool Opens(char16_t key, TNibInvokeType& invokeType);
     void ShowList();
     void AskAfter(char32_t key);
-    void AskForClosingTags();
+    bool AskForClosingTags();
     void OpenRequested();
     void Settle();
 
@@ -154,6 +154,7 @@ private:
     bool IsValueList() const;
     bool IsStyleSheet() const;
     std::u16string NameOf(int32_t index) const;
+    std::u16string WordOf(int32_t index) const;
 
     ITypingHost& FHost;
     TOwnText FOwn;

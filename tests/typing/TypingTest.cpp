@@ -61,13 +61,18 @@ TEST(Typing, Sessions) {
         {"<div>^\n", "{Ctrl+Space}{Enter}", "<div></div>^\n"},
         {"<div>^\n", "<im{Enter}", "<div><img^\n"},
         {"<div>^\n", "{Ctrl+Space}im{Enter}", "<div><img alt src=^\n"},  // required attributes come along
-        {"<p>x</p^\n", "{Ctrl+Space}", "<p>x</p^\n"},                    // nothing in a closing tag's name
+        {"<p>x</p^\n", "{Ctrl+Space}", "<p>x</p^\n [</p>]"},
         {"<div>^\n", "<u{Esc}", "<div><u^\n"},
         {"<div>^\n", "<xyz>", "<div><xyz>^</xyz>\n"},
         {"^", "<ht{Enter}>", "<html>^</html>"},
         {"<ul><li>x^\n", "</{Enter}", "<ul><li>x</li>^\n"},  // text before the tag is none of it
         {"<div><ul><li>x^\n", "</d{Enter}", "<div><ul><li>x</div>^\n"},
+        {"<div><ul><li>x</^\n", "{Ctrl+Space}", "<div><ul><li>x</^\n [</div> </ul> </li>]"},
+        {"<div><ul><li>x</^>\n", "{Ctrl+Space}u{Enter}", "<div><ul><li>x</ul>^\n"},
+        {"<div><ul><li>x</l^\n", "{Ctrl+Space}{Enter}", "<div><ul><li>x</li>^\n"},
+        {"<ul><li>x</table^\n", "{Ctrl+Space}{Down}{Enter}", "<ul><li>x</li>^\n"},
         {"<b>\xC3\xA9^\xC3\xA9</b>\n", "<sp{Enter}>", "<b>\xC3\xA9<span>^</span>\xC3\xA9</b>\n"},
+        {"^\n", "<%@ pa{Enter}", "<%@ page^\n", false, "a.aspx"},  // directives open by themselves
         // Attributes.
         {"<p>\n<a^\n", " ", "<p>\n<a ^\n"},                      // a blank opens nothing by itself
         {"<p>\n^\n", "<a ", "<p>\n<a ^\n [href target title]"},  // but behind a choice it does
