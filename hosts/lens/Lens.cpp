@@ -87,7 +87,8 @@ private:
 
     void ComposeValue(const TStyleCaret& place) {
         const size_t end = std::min(FStyle.find_first_of(" \t\r\n\f\v/", place.FStatement), place.FColon);
-        const auto name = ReadableName({place.FStatement, end});
+        // What every property takes: "var()" among it.
+        const auto name = place.FIsWordless ? "all" : ReadableName({place.FStatement, end});
         KeepBlock(place, end - name.size());
         Write(end - name.size(), name);
         Write(place.FColon, ":");

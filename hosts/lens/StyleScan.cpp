@@ -13,6 +13,23 @@ constexpr auto npos = std::string_view::npos;
 constexpr std::string_view Grouping[] = {"container", "document", "font-feature-values", "keyframes", "layer",
                                          "media",     "scope",    "starting-style",      "supports"};
 
+// At-rules that hold descriptors, none of which is a property.
+constexpr std::string_view Describing[] = {"color-profile", "counter-style", "font-palette-values",
+                                           "property", "view-transition"};
+
+// Functions that take numbers, lengths, angles or names of the author, and no word of a property.
+constexpr std::string_view Wordless[] = {
+    "attr",        "blur",       "brightness", "contrast",  "counter", "cubic-bezier", "grayscale",
+    "hue-rotate",  "invert",     "matrix",     "matrix3d",  "opacity", "rotate",       "rotate3d",
+    "rotatex",     "rotatey",    "rotatez",    "saturate",  "scale",   "scale3d",      "scalex",
+    "scaley",      "scalez",     "sepia",      "skew",      "skewx",   "skewy",        "translate",
+    "translate3d", "translatex", "translatey", "translatez"};
+
+template <size_t N>
+bool IsOneOf(std::string_view word, const std::string_view (&words)[N]) {
+    return std::any_of(std::begin(words), std::end(words), [&](auto known) { return SameWord(word, known); });
+}
+
 // Bytes at which the scan must look closer; it runs over all others.
 constexpr auto Stops = [] {
     std::array<bool, 256> stops{};
@@ -145,9 +162,8 @@ private:
         const size_t head = SkipBlank(FText, FStatement, FAt);
         if (head >= FAt || FText[head] != '@') return true;
         const auto name = AtWord(head);
-        const bool groups = std::any_of(std::begin(Grouping), std::end(Grouping),
-                                        [&](std::string_view word) { return SameWord(name, word); });
-        return !groups || (FLevel.FDeclares && !SameWord(name, "keyframes"));
+        if (IsOneOf(name, Describing)) return false;
+        return !IsOneOf(name, Grouping) || (FLevel.FDeclares && !SameWord(name, "keyframes"));
     }
 
     // The word behind an "@", without a vendor's prefix.
@@ -178,7 +194,30 @@ private:
         if (!variable && !IsStyleSpace(At(FText, colon + 1)) && OpensBlock()) return Place(lpHead);
         // Behind "!" stands no value.
         if (FindInStatement('!', colon, FCaret) != npos) return Place(lpHead);
-        return Place(lpValue, start, colon);
+        if (IsInHash(colon)) return Place(lpHead);
+        TStyleCaret value = Place(lpValue, start, colon);
+        value.FIsWordless = IsOneOf(FunctionAt(colon + 1), Wordless);
+        return value;
+    }
+
+    // "#f" is a colour already, and none of the names.
+    bool IsInHash(size_t colon) const {
+        size_t word = FCaret;
+        while (word > colon && IsStyleWord(FText[word - 1])) --word;
+        return FText[word - 1] == '#';
+    }
+
+    // The name of the innermost function whose parentheses are open at the caret.
+    std::string_view FunctionAt(size_t at) const {
+        std::vector<size_t> open;
+        for (; at < FCaret; at = StepOver(FText, at).FEnd) {
+            if (FText[at] == '(') open.push_back(at);
+            else if (FText[at] == ')' && !open.empty()) open.pop_back();
+        }
+        if (open.empty()) return {};
+        size_t start = open.back();
+        while (start > 0 && IsStyleWord(FText[start - 1])) --start;
+        return FText.substr(start, open.back() - start);
     }
 
     // Custom properties, and the variables of SCSS and LESS, which stand outside rules too.

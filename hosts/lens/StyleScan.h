@@ -13,6 +13,7 @@ struct TStyleCaret {
     size_t FBlock = 0;      ///< first byte of the block's content
     size_t FStatement = 0;  ///< first byte of the statement, white space and comments passed over
     size_t FColon = std::string_view::npos;  ///< the declaration's colon; none before a value
+    bool FIsWordless = false;                ///< in a function that takes no word of the property
 };
 
 /// inBlock: the text is the inside of a block already, as in an attribute. caret is

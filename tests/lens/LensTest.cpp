@@ -64,6 +64,12 @@ TEST(Lens, PlainRules) {
         {"@media print { b { top:^", "value: a{ top:^"},
         {"@font-face { ^", "name: a{ ^"},
         {"@page :first { margin:^", "value: a{ margin:^"},
+        {"@property --x { ^", "outside: a{}^"},
+        {"@counter-style x { system: ^", "head: a^"},
+        {"p { color: #f^", "head: a^"},
+        {"p { color: red #^", "head: a^"},
+        {"p { transform: rotate(^", "value: a{ all: ^"},
+        {"p { transform: rotate(1deg) ma^", "value: a{ transform: ma^"},
         {"b { color: red !^", "head: a^"},
         {"{color:^", "value: color:^"},  // no room for a selector: nothing offered,
     };
