@@ -218,8 +218,12 @@ int main(int count, char** words) try {
             typist.Type(piece, kind, "within", aids);
             for (int i = 0; i < call.Places; ++i) {
                 size_t place = PlaceIn(host, chance());
-                typist.Type({file, host.substr(0, place), piece.Typed, host.substr(place), piece.IsClosed},
-                            kind, "anywhere", aids);
+                TWork work{file, host.substr(0, place), piece.Typed, host.substr(place), piece.IsClosed};
+                // Inside a value its quotes end where they begin.
+                std::string bare = piece.Typed;
+                std::erase_if(bare, [](char c) { return c == '"' || c == '\''; });
+                work.IsClosed = work.IsClosed && ReadBalance(bare, kind).IsClosed;
+                typist.Type(work, kind, "anywhere", aids);
             }
         }
         host = text;
