@@ -58,7 +58,6 @@ private:
     TEditorLens MakeLens();
     std::string NameAt(TEditView& view);
     static bool IsPage(std::string_view fileName);
-    void ApplySettings();
     std::optional<std::string> GetSetting(std::string_view name);
     void SetTagCase(std::string_view fileName);
 

@@ -19,7 +19,6 @@ public:
     /// A view that the user has closed. It stays usable for those who still hold it.
     void Close() { FIsOpen = false; }
     bool IsOpen() const { return FIsOpen; }
-    int32_t RepaintCount() const { return FRepaintCount; }
     /// Called by InvokeCompletion. None: the call does nothing.
     void SetCompletion(std::function<void(int32_t style)> completion) { FCompletion = std::move(completion); }
     /// Undo and redo with the caret at the place of the change. False if there is nothing to do.
@@ -40,7 +39,7 @@ public:
     TRef<INibEditBlock> Block() override;
     TRef<INibEditBuffer> Buffer() override { return FBuffer; }
     TRef<INibEditPosition> Position() override;
-    void Repaint() override { ++FRepaintCount; }
+    void Repaint() override {}
 
     void InvokeCompletion(int32_t style) override {
         if (FCompletion) FCompletion(style);
@@ -67,7 +66,6 @@ private:
     std::vector<std::unique_ptr<TTextMark>> FSavedCarets;
     std::vector<std::unique_ptr<TBlockMarks>> FSavedBlocks;
     std::function<void(int32_t)> FCompletion;
-    int32_t FRepaintCount = 0;
     bool FIsOpen = true;
 };
 

@@ -24,7 +24,6 @@ public:
         FMessages.clear();
         FDropped = 0;
     }
-    void Show() { FIsShown = true; }
     void Add(TMessage message) {
         if (FEcho) FEcho(message);
         if (FMessages.size() < MostKept) FMessages.push_back(std::move(message));
@@ -33,14 +32,12 @@ public:
 
     const std::vector<TMessage>& Messages() const { return FMessages; }
     size_t DroppedCount() const { return FDropped; }
-    bool IsShown() const { return FIsShown; }
     /// Called with each message as it comes.
     void SetEcho(std::function<void(const TMessage&)> echo) { FEcho = std::move(echo); }
 
 private:
     std::vector<TMessage> FMessages;
     size_t FDropped = 0;
-    bool FIsShown = false;
     std::function<void(const TMessage&)> FEcho;
 };
 

@@ -39,7 +39,7 @@ public:
     void InsertText(std::u16string_view text, bool replaceToken) override;
 
     void ClearMessages() override { FMessages.Clear(); }
-    void ShowMessageView() override { FMessages.Show(); }
+    void ShowMessageView() override {}
     void AddMessage(std::string_view fileName, std::string_view text, std::string_view prefix, int32_t line,
                     int32_t column) override;
 

@@ -1,6 +1,7 @@
 #include "memory/Settings.h"
 
 #include <cstdlib>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
 #include "markup/Text.h"
@@ -52,6 +53,7 @@ std::optional<std::string> TSettingsStore::ReadString(std::string_view key, std:
 
 void TSettingsStore::Load() {
     FIsLoaded = true;
+    if (std::error_code error; !std::filesystem::exists(FFileName, error)) return;
     auto text = ReadFileText(FFileName, LargestFile);
     if (!text.Text) return Warn(text.Problem);
     auto json = nlohmann::json::parse(*text.Text, nullptr, false);

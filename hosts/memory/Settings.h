@@ -23,8 +23,8 @@ class TSettingsStore final : public ISettingsStore {
 public:
     using TWarning = std::function<void(std::string_view)>;
 
-    /// The file is read when the first value is asked for. If it is missing or is no
-    /// JSON object of strings, the store is empty and the warning is called once.
+    /// The file is read when the first value is asked for. If it is missing the
+    /// store is empty; if it is no JSON object of strings, the warning is called once too.
     explicit TSettingsStore(std::string fileName, TWarning warning = {})
         : FFileName(std::move(fileName)), FWarning(std::move(warning)) {}
 

@@ -96,7 +96,6 @@ public:
 
     // Undo. A change outside of any step is a step of its own.
     bool CanUndo() const { return !FUndo.empty(); }
-    bool CanRedo() const { return !FRedo.empty(); }
     /// Takes the last step back, or brings it back; the place for the caret. Nothing if there is none.
     std::optional<int32_t> Undo();
     std::optional<int32_t> Redo();

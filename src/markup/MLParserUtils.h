@@ -47,7 +47,6 @@ public:
     constexpr void Add(E value) { FBits = static_cast<Bits>(FBits | Bit(value)); }
     constexpr void Remove(E value) { FBits = static_cast<Bits>(FBits & ~Bit(value)); }
     constexpr bool Has(E value) const { return (FBits & Bit(value)) != 0; }
-    constexpr Bits GetBits() const { return FBits; }
     friend constexpr bool operator==(TFlags, TFlags) = default;
 
 private:

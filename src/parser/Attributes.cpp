@@ -113,6 +113,8 @@ bool TMLParser::ScanAttributeValue(TAttributeScan& attribute, std::string& value
     int32_t offset = Offset();
     SkipWhiteSpace();
     attribute.HasBlankBefore = FPosition != afterEquals || Offset() != offset;
+    attribute.IsOnLine = FPosition - afterEquals == Offset() - offset &&
+                         std::none_of(afterEquals, FPosition, [](char c) { return IsLineBreak(c); });
     if (attribute.Symbol) attribute.Symbol->SetAttributeValueStartOffset(attribute.ValueStart);
     NoteValuePos(attribute);
     char first = *FPosition;
@@ -126,7 +128,8 @@ bool TMLParser::ScanAttributeValue(TAttributeScan& attribute, std::string& value
         if (!ReadAttributeValue(attribute, value)) return false;
     }
     char next = *FPosition;
-    bool isTagEnding = !IsAtEnd() && (next == '/' || next == '<' || next == '>');
+    bool isSlash = next == '/' && !IsBeforeCaret(FPosition);  // between "/" and ">" stands no value
+    bool isTagEnding = IsAtEnd() ? !attribute.IsQuoted : isSlash || next == '<' || next == '>';
     // A caret directly after an unquoted value is still in it: the word may go on.
     bool isWordAtCaret = !attribute.IsQuoted && !value.empty() && !IsBeforeCaret(FPosition);
     if (IsBeforeCaret(FPosition - 1) && !isTagEnding && !isWordAtCaret) {
@@ -151,11 +154,24 @@ void TMLParser::NoteValuePos(const TAttributeScan& attribute) {
     FScan.ValueLineStart = -1;
 }
 
-/// An unquoted word after white space is no value: it is read as the next name.
+/// A word behind the blanks after a "=" is the value if the caret has gone past its beginning and it
+/// does not have a "=" of its own: <p align = left>. A word that the caret stands before is the next
+/// name, since the value may be still to come.
+bool TMLParser::IsWordAValue(const TAttributeScan& attribute) {
+    if (!attribute.IsOnLine || !IsBeforeCaret(FPosition)) return false;
+    NeedAhead(TDocumentWindow::MaxKept);
+    const char* end = FWindow.GetEnd();
+    const char* p = FPosition;
+    while (p < end && !IsBlank(*p) && !IsLineBreak(*p) && *p != '=' && *p != '>' && *p != '<') ++p;
+    while (p < end && IsBlank(*p)) ++p;
+    return p == end || *p != '=';
+}
+
+/// An unquoted word after white space is mostly no value: it is read as the next name.
 /// False if the document ended inside the value.
 bool TMLParser::ReadAttributeValue(TAttributeScan& attribute, std::string& value) {
     INibMLTagAttribute* symbol = attribute.Symbol.Get();
-    bool isRead = attribute.IsQuoted || !attribute.HasBlankBefore;
+    bool isRead = attribute.IsQuoted || !attribute.HasBlankBefore || IsWordAValue(attribute);
     if (isRead) GetTagAttrValue(attribute.IsQuoted, value);
     if (symbol) symbol->SetOffsetEnd(isRead ? Offset() : attribute.ValueStart);
     if (!IsAtEnd() || NextBlock()) return true;

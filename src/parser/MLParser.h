@@ -116,6 +116,7 @@ private:
         bool IsLoose = false;       // it may belong to text after a tag that nobody has ended
         bool IsQuoted = false;
         bool HasBlankBefore = false;  // white space between "=" and the value
+        bool IsOnLine = false;        // and no line break
         int32_t ValueStart = 0;
     };
 
@@ -163,6 +164,7 @@ private:
     void BeginAttribute(TAttributeScan& attribute);
     bool ScanAttributeValue(TAttributeScan& attribute, std::string& value);
     void NoteValuePos(const TAttributeScan& attribute);
+    bool IsWordAValue(const TAttributeScan& attribute);
     bool ReadAttributeValue(TAttributeScan& attribute, std::string& value);
     void EndAttribute(TAttributeScan& attribute, std::string_view value);
     bool IsBooleanAttribute(INibMLTagAttribute& attribute) const;
@@ -176,6 +178,7 @@ private:
     void LeaveRegion(TParserContexts region);
     bool SkipTo(std::string_view stops);
     void HandleRegion(const TRegionRule& rule, int32_t start, bool holdsCaret);
+    bool SkipEmptyComment();
     bool FindRegionEnd(const TRegionRule& rule);
     bool SkipRegionString(const TRegionRule& rule);
     void SkipNestedComment();

@@ -63,6 +63,7 @@ void TMLParser::HandleRegion(const TRegionRule& rule, int32_t start, bool holdsC
 }
 
 bool TMLParser::FindRegionEnd(const TRegionRule& rule) {
+    if (rule.Region == pcHTMLComment && SkipEmptyComment()) return true;
     int32_t depth = 0;
     while (SkipTo(rule.Stops)) {
         char stop = *FPosition;
@@ -87,6 +88,15 @@ bool TMLParser::FindRegionEnd(const TRegionRule& rule) {
         return true;
     }
     return false;
+}
+
+/// "<!-->" and "<!--->" are comments that have ended.
+bool TMLParser::SkipEmptyComment() {
+    NeedAhead(2);
+    const char* end = *FPosition == '-' ? FPosition + 1 : FPosition;
+    if (*end != '>' || end == FWindow.GetEnd()) return false;
+    FPosition = end + 1;
+    return true;
 }
 
 /// Steps over a string, in which an end mark does not count. A quote without its twin on the

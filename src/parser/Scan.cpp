@@ -307,7 +307,8 @@ void TMLParser::ScanTagName(const TTagScan& tag) {
     if (!FScan.Tag.IsClosing()) {
         if (FScan.BeforeCaret || isTyped) FCurrentTag = FScan.Tag.Tag;
         PushTag(nameOffset);
-        if (FScan.BeforeCaret && !FOutermostTag) FOutermostTag = FScan.Tag.Tag;
+        if (FScan.BeforeCaret && !FOutermostTag && FScan.Tag.Form == TTagForm::Opening)
+            FOutermostTag = FScan.Tag.Tag;
         if (FTable.GetMode() == kmHTML) FScan.Tag.Content = RawContentOf(key);
         else if (!FScan.HasOutermost) NoteOutermost(name);
     }

@@ -135,18 +135,31 @@ const TTagEntry* FindXSLSource(const TMLParser& parser, bool isXSL) {
     return entry;
 }
 
+/// What lets an instruction in as its child lets in a literal element too: xsl:if and not xsl:choose.
+bool IsTemplate(INibMLTag& tag) { return tag.LookupTag(u"xsl:value-of") != nullptr; }
+
+void AddOtherElements(TContextFixups& fixups, ITagContext& context, INibMLTag& tag, INibMLTag& source,
+                      bool isXSL) {
+    source.SetShowAttributes(false);
+    for (const auto& child : ChildrenOf(source)) {
+        bool isOther = IsXSLName(child->GetName()) != isXSL && !Supports<INibMLClosingTag>(child);
+        if (isOther && !tag.LookupTag(child->GetName()))
+            fixups.AddStandIn(tag, MakeRef<TXSLTag>(*child, &context, -1));
+    }
+    std::vector<INibMLTag*> seen;
+    if (isXSL) AddOptionalElements(fixups, context, tag, source, seen);
+}
+
 void InsertXSLElements(TContextFixups& fixups, TMLSymbolManager& manager, INibMLTag& tag) {
     TMLParser& parser = manager.GetParser();
     if (manager.GetKibitzMode() != kmXSL || IsAmongAttributes(parser)) return;
     bool isXSL = IsXSLName(tag.GetName());
+    if (isXSL && !IsTemplate(tag)) return;
     const TTagEntry* entry = FindXSLSource(parser, isXSL);
-    if (!entry) return;
-    entry->Tag->SetShowAttributes(false);
-    for (const auto& child : ChildrenOf(*entry->Tag)) {
-        bool isOther = IsXSLName(child->GetName()) != isXSL && !Supports<INibMLClosingTag>(child);
-        if (isOther && !tag.LookupTag(child->GetName()))
-            fixups.AddStandIn(tag, MakeRef<TXSLTag>(*child, &manager, -1));
-    }
+    // A style sheet may begin with a literal element, and a variable stand outside of templates.
+    INibMLTag* outside = parser.GetTagStack() ? manager.GetTagFromHashList(u"xsl:template").Get() : nullptr;
+    INibMLTag* source = entry ? entry->Tag.Get() : outside;
+    if (source && source != &tag) AddOtherElements(fixups, manager, tag, *source, isXSL);
     tag.AlphaSort();
 }
 

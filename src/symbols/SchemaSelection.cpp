@@ -129,6 +129,15 @@ bool TSchemaSelection::FollowNamespaces(const TDocumentNamespaces& value) {
 
 // ---- documents that may name their schema
 
+namespace {
+
+bool IsDefinition(const std::string& file) {
+    std::string extension = ExtensionOf(file);
+    return extension == ".dtd" || extension == ".xsd";
+}
+
+}  // namespace
+
 bool TSchemaSelection::Select(const std::string& name, std::string_view outputLanguage, bool isBeingTyped) {
     TKibitzMode mode = FManager.GetKibitzMode();
     if (mode == kmXML) return SelectFree(name);
@@ -136,7 +145,7 @@ bool TSchemaSelection::Select(const std::string& name, std::string_view outputLa
     // A name that is no file of the schema folder is never opened, wherever it leads: such a
     // document gets what it would have without a name.
     std::string missing;
-    if (!Exists(file)) {
+    if (!Exists(file) || !IsDefinition(file)) {
         std::string standard = GetSchemaFileName({}, mode);
         missing = name.empty() ? standard : name;
         file = Exists(standard) ? standard : std::string();

@@ -110,7 +110,6 @@ public:
     void SetFlags(INibMLTagFlags value) override { FFlags = value; }
 
     /// The name as the schema spells it.
-    const std::u16string& GetSpelledName() const { return FName.GetSpelled(); }
 
 private:
     int32_t LastTag() const { return static_cast<int32_t>(FTags.size()) - 1; }

@@ -12,6 +12,7 @@
 #include <stdexcept>
 
 #include "examples/minimal-host/Editor.h"
+#include "support/TemporaryFolder.h"
 
 namespace caretwell::test {
 
@@ -152,18 +153,16 @@ public:
 
 /// The small schemas of the tests in a folder of their own.
 inline const std::string& SchemaFolder() {
-    static const std::string folder = [] {
-        namespace fs = std::filesystem;
-        fs::path path = fs::temp_directory_path() / ("caretwell-host-" + std::to_string(getpid()));
-        fs::create_directories(path);
-        fs::copy_file(CARETWELL_SOURCE_DIR "/tests/data/schemas/loose.dtd", path / "loose.dtd",
-                      fs::copy_options::overwrite_existing);
-        std::ofstream(path / "css.xml") << R"(<css>
+    static const TTemporaryFolder folder;
+    static const std::string path = [] {
+        std::filesystem::copy_file(CARETWELL_SOURCE_DIR "/tests/data/schemas/loose.dtd",
+                                   folder.Path("loose.dtd"));
+        folder.Write("css.xml", R"(<css>
   <property name="color"><value name="inherit"/><value name="red"/></property>
-  <property name="columns"/></css>)";
-        return path.string();
+  <property name="columns"/></css>)");
+        return folder.Path();
     }();
-    return folder;
+    return path;
 }
 
 /// The engine in a host that can be told to misbehave.
