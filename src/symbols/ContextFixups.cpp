@@ -136,7 +136,7 @@ const TTagEntry* FindXSLSource(const TMLParser& parser, bool isXSL) {
 }
 
 /// What lets an instruction in as its child lets in a literal element too: xsl:if and not xsl:choose.
-bool IsTemplate(INibMLTag& tag) { return tag.LookupTag(u"xsl:value-of") != nullptr; }
+bool IsTemplate(INibMLTag& tag) { return tag.LookupTag(u"xsl:if") != nullptr; }
 
 void AddOtherElements(TContextFixups& fixups, ITagContext& context, INibMLTag& tag, INibMLTag& source,
                       bool isXSL) {

@@ -26,6 +26,12 @@ TEST(Proposals, AtACaret) {
         {"<td bgcolor=\"^\">", "color..."},
         {"<a href=\"^\">", "uri..."},
         {"<a title=\"^\">", "-"},  // no values
+        {"<a target=^", "_blank _parent _self _top"},
+        {"<a target = _s^ title=x>", "_self"},
+        {"<a target = ^x>", "href title"},  // the next name, the value being still to come
+        {"<a target=\"x\"/^>", "href title"},
+        {"<!--><!---><ul><^ ", "li"},
+        {"<!DOCTYPE html SYSTEM 'css.xml'><ul><^ ", "li"},
         {"<nothing ^>", "-"},
         {"<input checked ^>", "type"},  // a bare name has no value to complete
         {"<a href ^", "target title"},
