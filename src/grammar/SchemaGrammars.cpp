@@ -4,9 +4,11 @@
 
 #include "grammar/Answer.h"
 #include "grammar/DTDGrammar.h"
+#include "grammar/XSDGrammar.h"
 #include "parser/MLParser.h"
 #include "symbols/MLSymbolManager.h"
 #include "symbols/SchemaReaderCache.h"
+#include "symbols/XSDLoader.h"
 
 namespace caretwell {
 
@@ -19,6 +21,8 @@ void TSchemaGrammars::SetWatching(bool value) {
 
 std::shared_ptr<TGrammar> TSchemaGrammars::MakeGrammar(const std::string& file) const {
     if (const TDTDParser* reader = FindDTDReader(file)) return std::make_shared<TDTDGrammar>(*reader);
+    if (FManager.GetKibitzMode() == kmXML)
+        return std::make_shared<TXSDGrammar>(TXSDLoader(FManager).GetPlan(file));
     return nullptr;
 }
 
@@ -35,7 +39,7 @@ TSchemaGrammars::TKept* TSchemaGrammars::FindGrammar() {
     std::shared_ptr<TGrammar> grammar = MakeGrammar(file);
     if (!grammar) return nullptr;
     if (FKept.size() == MaxKept) FKept.pop_back();
-    FKept.push_front({file, generation, grammar, std::make_unique<TWalk>(*grammar)});
+    FKept.push_front({file, generation, grammar, std::make_unique<TWalk>(*grammar), {}});
     return &FKept.front();
 }
 
@@ -45,6 +49,11 @@ TWalk* TSchemaGrammars::WalkToCaret() {
     const TMLParser& parser = FManager.GetParser();
     bool isXML = FManager.GetKibitzMode() != kmHTML || parser.FIsXML;
     TName context = FLog.GetContext().empty() ? NoName : kept->Grammar->FindName(FLog.GetContext());
+    if (kept->Namespaces != parser.FNamespaces) {
+        kept->Namespaces = parser.FNamespaces;
+        kept->Grammar->SetNamespaces(parser.FNamespaces);
+        kept->Walk->ForgetNames();
+    }
     kept->Walk->Begin(FLog, isXML, context);
     kept->Walk->Read(FLog, 0, FLog.GetCountBeforeCaret());
     return kept->Walk.get();

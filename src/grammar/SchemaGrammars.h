@@ -7,6 +7,7 @@
 
 #include "grammar/GrammarAnswer.h"
 #include "grammar/Walk.h"
+#include "parser/DocumentNamespaces.h"
 #include "parser/TagLog.h"
 
 namespace caretwell {
@@ -35,6 +36,7 @@ private:
         uint64_t Generation;
         std::shared_ptr<TGrammar> Grammar;
         std::unique_ptr<TWalk> Walk;
+        TDocumentNamespaces Namespaces;
     };
     TKept* FindGrammar();
     std::shared_ptr<TGrammar> MakeGrammar(const std::string& file) const;

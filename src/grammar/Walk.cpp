@@ -15,13 +15,14 @@ constexpr TState Loose = TContentModels::Loose;
 }  // namespace
 
 void TWalk::Begin(const TTagLog& log, bool isXML, TName context) {
+    if (FIsXML != isXML) ForgetNames();
     FIsXML = isXML;
     FHasLastOpened = false;
     Resolve(log);
     FOpen.clear();
     std::ranges::fill(FTops, -1);
     FOpen.push_back({.Element = RootElement, .State = FGrammar.Get(RootElement).Start, .Key = UINT32_MAX});
-    if (context != NoName) Push(context, context, 0, {.IsImplied = true});
+    if (context != NoName) Push(context, KeyOfImplied(context), 0, {.IsImplied = true});
 }
 
 void TWalk::Read(const TTagLog& log, size_t from, size_t to) {
@@ -41,34 +42,50 @@ void TWalk::Read(const TTagLog& log, size_t from, size_t to) {
 // ---- names
 
 void TWalk::Resolve(const TTagLog& log) {
-    if (FNaming != log.GetNaming()) FMeanings.clear();
+    if (FNaming != log.GetNaming() || FLog != &log) ForgetNames();
     FNaming = log.GetNaming();
-    if (FMeanings.empty()) {
-        FUnknown.clear();
-        FUnknownKeys.clear();
-    }
-    for (size_t i = FMeanings.size(); i < log.GetNameCount(); ++i) {
-        const std::string& text = log.GetName(static_cast<uint32_t>(i));
-        TName name = FGrammar.FindName(text);
-        if (name != NoName) {
-            FMeanings.push_back({name, name});
-            continue;
-        }
-        std::string folded = text;
-        if (!FIsXML) std::ranges::transform(folded, folded.begin(), ToLower<char>);
-        auto key = static_cast<uint32_t>(FGrammar.GetNameCount() + FUnknown.size());
-        auto [row, isNew] = FUnknownKeys.try_emplace(std::move(folded), key);
-        if (isNew) FUnknown.push_back(text);
-        FMeanings.push_back({NoName, row->second});
-    }
-    FTops.resize(FGrammar.GetNameCount() + FUnknown.size(), -1);
+    FLog = &log;
+    for (size_t i = FMeanings.size(); i < log.GetNameCount(); ++i)
+        FMeanings.push_back({NoName, KeyOfText(log.GetName(static_cast<uint32_t>(i))), 0});
 }
 
-void TWalk::ForgetNames() { FMeanings.clear(); }
+void TWalk::ForgetNames() {
+    FMeanings.clear();
+    FTexts.clear();
+    FKeys.clear();
+    FImpliedKeys.clear();
+    FTops.clear();
+}
+
+// A schema may come to know a name while its declarations are compiled.
+const TWalk::TMeaning& TWalk::MeaningOf(uint32_t number) {
+    TMeaning& meaning = FMeanings[number];
+    if (meaning.Name == NoName && meaning.NamesThen != FGrammar.GetNameCount()) {
+        meaning.Name = FGrammar.FindName(FLog->GetName(number));
+        meaning.NamesThen = static_cast<uint32_t>(FGrammar.GetNameCount());
+    }
+    return meaning;
+}
+
+uint32_t TWalk::KeyOfText(const std::string& text) {
+    std::string folded = text;
+    if (!FIsXML) std::ranges::transform(folded, folded.begin(), ToLower<char>);
+    auto [row, isNew] = FKeys.try_emplace(std::move(folded), static_cast<uint32_t>(FTexts.size()));
+    if (!isNew) return row->second;
+    FTexts.push_back(text);
+    FTops.push_back(-1);
+    return row->second;
+}
+
+uint32_t TWalk::KeyOfImplied(TName name) {
+    auto [row, isNew] = FImpliedKeys.try_emplace(name);
+    if (isNew) row->second = KeyOfText(FGrammar.GetText(name));
+    return row->second;
+}
 
 std::string TWalk::GetText(const TOpenElement& element) const {
-    size_t known = FGrammar.GetNameCount();
-    return element.Key < known ? FGrammar.GetText(element.Key) : FUnknown[element.Key - known];
+    if (element.Element == UnknownElement) return FTexts[element.Key];
+    return FGrammar.GetText(FGrammar.Get(element.Element).Name);
 }
 
 // ---- what fits where
@@ -147,7 +164,7 @@ TWalk::TInference TWalk::InferWithin(const TOpenElement& holder, TState state, T
 // ---- opening tags
 
 void TWalk::Open(uint32_t number, int32_t offset) {
-    const TMeaning meaning = FMeanings[number];
+    const TMeaning meaning = MeaningOf(number);
     FHasLastOpened = false;
     for (TName name = meaning.Name; name != NoName; name = FGrammar.NextAlike(name))
         if (Place(name, meaning.Key, offset)) return;
@@ -175,7 +192,7 @@ bool TWalk::PlaceIn(size_t level, TName name, uint32_t key, int32_t offset) {
         FOpen[level].State = left.State;
         if (left.Opens != NoName) {
             FOpen[level].State = StepIn(FOpen[level], left.State, left.Opens);
-            Push(left.Opens, left.Opens, offset, {.IsImplied = true});
+            Push(left.Opens, KeyOfImplied(left.Opens), offset, {.IsImplied = true});
             return PlaceIn(FOpen.size() - 1, name, key, offset);
         }
         next = StepIn(FOpen[level], left.State, name);
@@ -204,10 +221,18 @@ void TWalk::PlaceAnyhow(TName name, uint32_t key, int32_t offset) {
     TState next = NoState;
     if (name != NoName && top.State != Loose && MayHold(top, name))
         next = FGrammar.Models().Reach(top.State, name);
-    bool isHeld = top.Element == UnknownElement || next != NoState;
+    if (name == NoName) next = StepOverUnknown(top.State);
     if (next != NoState) top.State = next;
-    if (name == NoName) isHeld = top.Element == UnknownElement || FGrammar.Get(top.Element).HoldsAny;
+    bool isHeld = next != NoState || top.Element == UnknownElement;
+    if (!isHeld && name == NoName) isHeld = FGrammar.Get(top.Element).HoldsAny;
     Push(name, key, offset, {.IsMisplaced = !isHeld});
+}
+
+// A wildcard may let in what no schema at hand declares.
+TState TWalk::StepOverUnknown(TState state) {
+    std::span<const TContentModels::TMove> moves = FGrammar.Models().GetMoves(state);
+    bool hasWildcard = !moves.empty() && moves.back().Name >= FirstWildcard;
+    return hasWildcard && FGrammar.IsMatch(moves.back().Name, NoName) ? moves.back().Target : NoState;
 }
 
 TOpenElement TWalk::MakeOpen(const TOpenElement& holder, TElementId element) {

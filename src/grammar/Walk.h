@@ -52,7 +52,7 @@ public:
     /// How the name of an open element is written.
     std::string GetText(const TOpenElement& element) const;
     /// What the number of a name in the log means; NoName if the schema has no such element.
-    TName NameOf(uint32_t number) const { return FMeanings[number].Name; }
+    TName NameOf(uint32_t number) { return MeaningOf(number).Name; }
     /// False if the place forbids the name, whatever the model says.
     bool MayHold(const TOpenElement& holder, TName name);
     /// The state that a child of the name leads to from a state of the holder; NoState if it
@@ -73,18 +73,23 @@ private:
         bool IsMisplaced = false;
         bool IsImplied = false;
     };
-    /// What a name of the log means, and the key that names of the same meaning share.
+    /// What a name of the log means, and the key that all spellings of the name share.
     struct TMeaning {
         TName Name;
         uint32_t Key;
+        uint32_t NamesThen;  ///< names that the grammar had when it was looked up
     };
 
     void Resolve(const TTagLog& log);
+    const TMeaning& MeaningOf(uint32_t number);
+    uint32_t KeyOfText(const std::string& text);
+    uint32_t KeyOfImplied(TName name);
     void Open(uint32_t number, int32_t offset);
     bool Place(TName name, uint32_t key, int32_t offset);
     bool PlaceIn(size_t level, TName name, uint32_t key, int32_t offset);
     bool PlaceAtSibling(TName name, uint32_t key, int32_t offset);
     void PlaceAnyhow(TName name, uint32_t key, int32_t offset);
+    TState StepOverUnknown(TState state);
     TInference Infer(const TOpenElement& holder, TName name);
     TInference InferWithin(const TOpenElement& holder, TState state, TName name, int depth);
     void Push(TName name, uint32_t key, int32_t offset, TManner manner);
@@ -97,10 +102,12 @@ private:
     std::vector<TOpenElement> FOpen;
     std::vector<int32_t> FTops;  // innermost open element by key; -1 for none
     bool FIsXML = false;
-    bool FHasLastOpened = false;        // the last opening tag left an element open
-    std::vector<TMeaning> FMeanings;    // by the number of the log
-    std::vector<std::string> FUnknown;  // by key, less the number of known names
-    std::unordered_map<std::string, uint32_t> FUnknownKeys;
+    bool FHasLastOpened = false;      // the last opening tag left an element open
+    std::vector<TMeaning> FMeanings;  // by the number of the log
+    std::vector<std::string> FTexts;  // by key
+    std::unordered_map<std::string, uint32_t> FKeys;
+    std::unordered_map<TName, uint32_t> FImpliedKeys;
+    const TTagLog* FLog = nullptr;
     uint64_t FNaming = 0;
     std::unordered_map<uint64_t, TInference> FInferred;
 };

@@ -68,6 +68,8 @@ public:
     std::string GetName() const;
     bool IsComplex() const;
     bool IsBuiltIn() const { return !FBuiltInName.empty(); }
+    /// Identity of a declared type; null for a built-in one.
+    pugi::xml_node_struct* GetNode() const { return FNode; }
     /// Null for a built-in type.
     const TXMLSchema* GetSchema() const { return FSchema; }
     /// Values that a simple type allows, those of its bases, members and items included.

@@ -41,6 +41,7 @@ enum TXMLKind : uint8_t {
     xkEnumeration,
     xkList,
     xkUnion,
+    xkAny,
 };
 
 /// Names of these kinds do not clash with each other.
@@ -125,6 +126,17 @@ struct TXMLSchemaSet {
     bool Spend();
     void Report(TXMLSchemaMessage message);
 };
+
+/// One type of a line of descent: where its own declarations stand.
+struct TDerivation {
+    const TXMLSchema* Schema;
+    pugi::xml_node Content;  ///< extension, restriction, or the type itself
+    bool IsRestriction;
+    bool IsSimple;  ///< holds text, and no elements whatever its base
+};
+
+/// The type itself, its base, the base of that, and so on.
+std::vector<TDerivation> ReadDescent(const TXMLSchema* schema, pugi::xml_node type);
 
 /// Names and values may have blanks around them.
 std::string_view TrimBlanks(std::string_view text);

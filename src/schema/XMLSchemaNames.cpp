@@ -32,6 +32,7 @@ constexpr TKindName KindNames[] = {
     {"attributeGroup", xkAttributeGroup},
     {"group", xkGroup},
     {"all", xkAll},
+    {"any", xkAny},
     {"complexContent", xkComplexContent},
     {"simpleContent", xkSimpleContent},
     {"list", xkList},

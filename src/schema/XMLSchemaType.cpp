@@ -13,14 +13,6 @@ struct TPlace {
     pugi::xml_node Node;
 };
 
-/// One type of a line of descent: where its own declarations stand.
-struct TDerivation {
-    const TXMLSchema* Schema;
-    pugi::xml_node Content;  ///< extension, restriction, or the type itself
-    bool IsRestriction;
-    bool IsSimple;  ///< holds text, and no elements whatever its base
-};
-
 TDerivation ReadDerivation(const TXMLSchema* schema, pugi::xml_node type) {
     const TData& data = schema->GetData();
     pugi::xml_node content = data.FindChild(type, xkComplexContent);
@@ -46,7 +38,8 @@ TPlace FindBase(const TXMLSchema* schema, pugi::xml_node type, pugi::xml_node co
     return {};
 }
 
-/// The type itself, its base, the base of that, and so on.
+}  // namespace
+
 std::vector<TDerivation> ReadDescent(const TXMLSchema* schema, pugi::xml_node type) {
     std::vector<TDerivation> descent;
     std::unordered_set<const void*> seen;
@@ -64,6 +57,8 @@ std::vector<TDerivation> ReadDescent(const TXMLSchema* schema, pugi::xml_node ty
     }
     return descent;
 }
+
+namespace {
 
 /// The groups, of one kind, that a walk has met and those it stands in.
 class TGroupsMet {

@@ -88,7 +88,8 @@ std::shared_ptr<TXSDPlan> TXSDLoader::MakePlan(const std::string& fileName) {
     FPlan = std::make_shared<TXSDPlan>();
     FPlan->FileName = fileName;
     TXSDPlan::TMessages messages(*FPlan, FSymbolManager);
-    LoadSchema(FPlan->Library.Load(fileName, GetPlatform().SchemaFolder()));
+    FPlan->Schema = &FPlan->Library.Load(fileName, GetPlatform().SchemaFolder());
+    LoadSchema(*FPlan->Schema);
     for (const TXMLSchema* schema : FSchemas)
         for (const TXMLDeclaration& element : schema->GetElements()) AddElementDef(element);
     return FPlan;

@@ -35,11 +35,13 @@ public:
     /// (null for none). Raises EXMLSchemaError if the schema cannot be loaded at all.
     void Load(const std::string& fileName, THTMLTag& root, const std::vector<std::u16string>* parents);
 
+    /// What a file says, worked out once. Raises EXMLSchemaError as Load does.
+    std::shared_ptr<TXSDPlan> GetPlan(const std::string& fileName);
+
 private:
     struct TFrame;
     static constexpr int32_t NoTag = -1;
 
-    std::shared_ptr<TXSDPlan> GetPlan(const std::string& fileName);
     std::shared_ptr<TXSDPlan> MakePlan(const std::string& fileName);
     void LoadSchema(const TXMLSchema& schema);
     void AddElementDef(const TXMLDeclaration& element);

@@ -25,7 +25,8 @@ struct TXSDPlannedTag {
 struct TXSDPlan : std::enable_shared_from_this<TXSDPlan> {
     std::string FileName;
     TXMLSchemaLibrary Library{nullptr};
-    std::vector<TXSDPlannedTag> Tags;  ///< in the order of their registration
+    const TXMLSchema* Schema = nullptr;  ///< of the file
+    std::vector<TXSDPlannedTag> Tags;    ///< in the order of their registration
     std::vector<int32_t> Globals;
     std::vector<std::string> Namespaces{""};  ///< in front the one of names without a namespace
 
