@@ -38,6 +38,7 @@ int main(int count, char** words) {
     if (benchmark::ReportUnrecognizedArguments(count, words)) return 2;
     RegisterScans();
     RegisterKeystrokes();
+    RegisterGrammar();
     RegisterChoices();
     RegisterSheets();
     RegisterSchemas();

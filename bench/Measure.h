@@ -90,6 +90,7 @@ double TimeSweep(size_t (*sweep)(std::string_view), std::string_view bytes);
 // ---- the subjects, one file each
 
 void RegisterScans();
+void RegisterGrammar();
 void RegisterKeystrokes();
 void RegisterChoices();
 void RegisterSheets();

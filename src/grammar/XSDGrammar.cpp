@@ -42,8 +42,13 @@ void TXSDGrammar::Enter(TName name) {
 }
 
 TName TXSDGrammar::FindName(std::string_view written) const {
-    auto found = FByText.find(std::string(written));
-    return found == FByText.end() ? NoName : found->second;
+    if (auto found = FByText.find(std::string(written)); found != FByText.end()) return found->second;
+    // A document may bind several prefixes to one namespace, of which one is shown.
+    size_t colon = written.find(':');
+    std::string key(FNamespaces->GetNamespace(written.substr(0, colon)));
+    if (colon == written.npos || key.empty()) return NoName;
+    auto found = FByKey.find(key.append(" ").append(written.substr(colon + 1)));
+    return found == FByKey.end() ? NoName : found->second;
 }
 
 void TXSDGrammar::SetNamespaces(const TDocumentNamespaces& namespaces) {
@@ -123,9 +128,10 @@ void TXSDGrammar::CompileRoot(TElementModel& model) {
 // ---- particles
 
 TTerm TXSDGrammar::ReadElement(const TXMLDeclaration& element, TElementModel& model) {
-    TName name = NameOf(element);
+    TElementId id = DeclarationOf(element);
+    TName name = Edit(id).Name;
     model.Alphabet.Add(name);
-    model.Children.emplace_back(name, DeclarationOf(element));
+    model.Children.emplace_back(name, id);
     return Models().Element(name);
 }
 

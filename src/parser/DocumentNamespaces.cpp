@@ -38,4 +38,10 @@ std::string_view TDocumentNamespaces::GetPrefix(std::string_view nameSpace) cons
     return chosen ? std::string_view(chosen->Prefix) : std::string_view();
 }
 
+std::string_view TDocumentNamespaces::GetNamespace(std::string_view prefix) const {
+    for (const TBinding& binding : FBindings)
+        if (binding.Prefix == prefix) return binding.Namespace;
+    return {};
+}
+
 }  // namespace caretwell

@@ -32,6 +32,9 @@ public:
     /// several prefixes it is that of the outermost element, or else the first.
     std::string_view GetPrefix(std::string_view nameSpace) const;
 
+    /// What a prefix is bound to; empty if it is not, and the default namespace for none.
+    std::string_view GetNamespace(std::string_view prefix) const;
+
     friend bool operator==(const TDocumentNamespaces&, const TDocumentNamespaces&) = default;
 
 private:
