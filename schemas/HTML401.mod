@@ -36,14 +36,14 @@
 <!ENTITY apos "&#x27;">
 <!ENTITY % endOmissible  "- -">
 <!ENTITY % bothOmissible "- -">
-<!ENTITY % tableRows     "thead | tfoot | tbody | tr">
+<!ENTITY % tableRows     "thead?, tfoot?, (tbody+ | tr+)">
 ]]>
 <!ENTITY % endOmissible  "- O">
 <!ENTITY % bothOmissible "O O">
 
 <!-- XHTML lets rows stand in a table without a tbody. In HTML the tags of tbody may be left
      out, and so tr is offered in table by way of it. -->
-<!ENTITY % tableRows     "thead | tfoot | tbody">
+<!ENTITY % tableRows     "thead?, tfoot?, tbody+">
 
 <!-- EMPTY elements are "- O" in XHTML too: the slash in the tag is their end. -->
 
@@ -319,7 +319,7 @@
 
 <!-- ===== Tables ================================================================== -->
 
-<!ELEMENT table - - (caption | col | colgroup | %tableRows;)*>
+<!ELEMENT table - - (caption?, (col* | colgroup*), %tableRows;)>
 <!ATTLIST table
   border      CDATA #IMPLIED
   cellpadding CDATA #IMPLIED

@@ -156,7 +156,7 @@ bool TContentModels::TakeCoarse() { return std::exchange(FIsCoarse, false); }
 void TContentModels::AddForm(std::vector<TForm>& form, TTerm term, TTerm tail) {
     if (!FNodes[term].HasForm) {
         std::vector<TForm> made = MakeForm(term);
-        std::ranges::sort(made);
+        std::sort(made.begin(), made.end());
         made.erase(std::unique(made.begin(), made.end()), made.end());
         TNode& node = FNodes[term];
         node.HasForm = true;
@@ -232,7 +232,7 @@ std::span<const TContentModels::TMove> TContentModels::GetMoves(TState state) {
     if (FStates[state].HasMoves) return FStates[state].Moves;
     std::vector<TForm> form;
     for (TTerm term : FStates[state].Terms) AddForm(form, term, Nothing);
-    std::ranges::sort(form);
+    std::sort(form.begin(), form.end());
     form.erase(std::unique(form.begin(), form.end()), form.end());
     std::vector<TMove> moves;
     for (size_t i = 0; i < form.size();) {

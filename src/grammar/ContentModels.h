@@ -92,7 +92,10 @@ private:
     struct TForm {
         TName Name;
         TTerm Rest;
-        friend auto operator<=>(const TForm&, const TForm&) = default;
+        friend bool operator==(const TForm&, const TForm&) = default;
+        bool operator<(const TForm& other) const {
+            return Name != other.Name ? Name < other.Name : Rest < other.Rest;
+        }
     };
     struct TStateRow {
         std::vector<TTerm> Terms;
