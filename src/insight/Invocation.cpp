@@ -75,7 +75,7 @@ bool TMLKibitzManager::OpenList(TNibInvokeType howInvoked, std::u16string& text)
     auto view = CurrentView();
     if (!view) return false;
     TMLParser& parser = GetParser();
-    if (FInvokeKey != '&') ParseView(view, context);
+    ParseView(view, context);
     FCompletionKey = FClosingKey = 0;
     if (FSymbols.GetSchemaFile().empty() || IsInsideKnownTag()) return false;
     HelpTyping(view, context);

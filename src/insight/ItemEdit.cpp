@@ -110,8 +110,7 @@ TEdit TMLKibitzManager::ComposeEntity(const TChoice& choice) {
     std::u16string ahead = TakeAfter(*choice.View, tokenchars::EntityRun);
     std::u16string after = ahead.substr(0, ahead.find(u';'));
     // A "&" typed before a word begins no entity of that name.
-    bool isInside = FInvokeKey == 0 &&
-                    (after.size() < ahead.size() || !TakeBefore(*choice.View, tokenchars::Token).empty());
+    bool isInside = FInvokeKey == 0 && (after.size() < ahead.size() || !FInitialFilter.empty());
     if (!isInside) after.clear();
     if (after.size() == ahead.size() || ahead[after.size()] != u';') text += u';';
     return ReplaceToken(*choice.View, std::move(text), after);
@@ -128,7 +127,8 @@ bool TMLKibitzManager::TakesValue(const INibMLTag& tag, INibMLTagAttribute& attr
 }
 
 // The "=" comes along unless it is there. What stands directly after the caret is the rest
-// of the attribute's name if some of it stands before, and otherwise another attribute.
+// of the attribute's name if some of it stood before when the list came, and otherwise
+// another attribute.
 TEdit TMLKibitzManager::ComposeAttribute(const TChoice& choice) {
     auto tag = FSymbols.GetCurrentTag();
     auto attribute = tag ? tag->GetAttribute(choice.Index) : nullptr;
@@ -140,7 +140,7 @@ TEdit TMLKibitzManager::ComposeAttribute(const TChoice& choice) {
     auto word = std::find_if_not(rest.begin(), rest.end(), IsNameChar);
     auto next = std::find_if_not(word, rest.end(), IsBlank);
     std::u16string after(rest.begin(), word);
-    bool isOtherName = token.empty() && !after.empty();
+    bool isOtherName = (token.empty() || FInitialFilter.empty()) && !after.empty();
     bool hasEquals = !isOtherName && next != rest.end() && *next == u'=';
 
     std::u16string text = choice.Selected;
@@ -162,8 +162,9 @@ TEdit TMLKibitzManager::ComposeElement(const TChoice& choice) {
     auto tag = FSymbols.GetTagFromHashList(choice.Selected);
     if (!tag) return {};
     if (GetParser().FInDirective)
-        return ReplaceToken(*choice.View, choice.Selected.substr(AsListed({}).size()),
-                            TakeAfter(*choice.View, tokenchars::Token));
+        return ReplaceToken(
+            *choice.View, choice.Selected.substr(AsListed({}).size()),
+            FInitialFilter.empty() ? std::u16string() : TakeAfter(*choice.View, tokenchars::Token));
     bool isClosing = IsClosingForm(run);
     bool needsPercent = choice.Selected.starts_with(u'@') && (run.size() < 2 || run[1] != u'%');
     std::u16string text(run.empty() ? OpeningText(choice.Selected) : needsPercent ? u"%" : u"");

@@ -54,7 +54,7 @@ void TMLKibitzManager::ComposeAids(std::vector<TNibEdit>& edits) {
     Guarded([&] {
         auto view = CurrentView();
         if (!view) return;
-        if (FInvokeKey != '&') ParseView(view, FContextTag);
+        ParseView(view, FContextTag);
         if (!FSymbols.GetSchemaFile().empty() && !IsInsideKnownTag()) edits = AidsAt(*view);
     });
 }

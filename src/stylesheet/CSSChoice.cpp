@@ -98,8 +98,8 @@ TEdit TCSSKibitzManager::Compose(const TChoice& choice) const {
 TEdit TCSSKibitzManager::ComposeEdit(const TChoice& choice) const {
     INibEditView& view = *choice.View;
     std::u16string before = TakeBefore(view, CSSWordChars);
-    bool isInside = FInvokeKey == 0 && !before.empty();
-    std::u16string after = isInside ? TakeAfter(view, CSSWordChars) : std::u16string();
+    std::u16string after =
+        FIsInsideWord && !before.empty() ? TakeAfter(view, CSSWordChars) : std::u16string();
     std::u16string rest = ReadRestOfLine(view).substr(after.size());
     size_t next = std::min(rest.find_first_not_of(u" \t"), rest.size());
     char16_t follows = next < rest.size() ? rest[next] : u'\0';

@@ -103,6 +103,7 @@ bool TCSSKibitzManager::InvokeCodeCompletion(TNibInvokeType, std::u16string&) {
         FKibitzPos = kpNone;
         auto view = CurrentView();
         if (!view) return false;
+        FIsInsideWord = FInvokeKey == 0 && !TakeBefore(*view, CSSWordChars).empty();
         ParseAtCaret(view);
         return true;
     });

@@ -103,6 +103,7 @@ private:
 
     TNibSortOrder FSortOrder = soByName;  // stored only: the list is always by name
     char16_t FInvokeKey = 0;              // the trigger character
+    bool FIsInsideWord = false;           // some of a word stood before the caret when the list came
     char16_t FCompletionKey = 0;          // the ";" that closed the list
     TStyleSheetParser FParser;
     TKibitzPos FKibitzPos = kpNone;  // of the last invocation

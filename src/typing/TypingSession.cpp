@@ -194,9 +194,6 @@ bool TTypingSession::AskForList(char16_t key) {
     FManager->AllowCodeInsight(isAllowed, key);
     TNibInvokeType invokeType = itNone;
     if (!isAllowed || !Opens(key, invokeType)) return false;
-    // A typed "&" is answered from the last parse, which may be of another caret. The user's
-    // own command parses, and gives the same list behind an "&".
-    if (key == u'&' && !Opens(0, invokeType)) return false;
 
     FHost.BeginList(*FManager);
     auto before = TOwnText::Look(*view);

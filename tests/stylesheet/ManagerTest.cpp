@@ -136,6 +136,8 @@ TEST(Manager, Typing) {
         {"a {^}", "wi\t", "a {width:^}", "auto length...", true},  // values follow a property
         {"a {^}", "wi\n au\n", "a {width: auto;^}", "", true},
         {"a {^}", "wi\n:au\n;", "a {width:auto;^}", "", true},  // typed over
+        // the word after the caret stays, where it began there when the list came
+        {"a {width: ^1px}", "au\n", "a {width: auto ^1px}", "", true},
         // by hand
         {"a {^}", "width: au;", "a {width: au;^}", "color columns margin width"},
         {"a {^}", "width: auto 0;", "a {width: auto 0;^}", "color columns margin width"},

@@ -105,6 +105,12 @@ TEST(Typing, Sessions) {
         {"<p>^\n", "&am{Enter}", "<p>&amp;^\n"},
         {"<p>^;\n", "&am{Enter}", "<p>&amp^;\n"},
         {"<p>&am^p;\n", "{Ctrl+Space}{Enter}", "<p>&amp^;\n"},
+        // The word after the caret stays, where it began there when the list came.
+        {"<p>^text</p>\n", "&am{Enter}", "<p>&amp;^text</p>\n"},
+        {"<p>^text;</p>\n", "&am{Enter}", "<p>&amp;^text;</p>\n"},
+        {"<p>&^text</p>\n", "{Ctrl+Space}am{Enter}", "<p>&amp;^text</p>\n"},
+        {"<p ^class=\"y\">\n", "{Ctrl+Space}al{Enter}", "<p align^ class=\"y\">\n"},
+        {"<p c^lass=\"y\">\n", "&al{Enter}", "<p c& align^ lass=\"y\">\n"},
         {"<p>^\n", "&am;", "<p>&am;^\n"},
         {"<p>^\n", "&am{Enter};", "<p>&amp;^\n"},
         {"<p>^\n", "&am{Esc}", "<p>&am^\n"},
