@@ -23,6 +23,8 @@ constexpr bool IsNameByte(char c) {
            c == ':' || c == '_' || c == '.';
 }
 
+constexpr bool BeginsName(std::string_view text) { return !text.empty() && IsNameByte(text[0]); }
+
 constexpr int32_t EndOfLookAhead(int32_t caret) {
     constexpr int32_t Longest = 4096;
     return caret + std::min(Longest, std::numeric_limits<int32_t>::max() - caret);
@@ -35,13 +37,14 @@ size_t NameAndEquals(std::string_view text) {
     return i > 0 && i < text.size() && text[i] == '=' ? i + 1 : 0;
 }
 
-/// A quote that stands behind the "=" of a further attribute opens that one's value. The
-/// quotes up to the end of the tag tell: those of whole values come in pairs.
+/// A quote that stands after the "=" of a further attribute opens that one's value. The
+/// quotes up to the end of the tag tell: those of whole values come in pairs. The name may
+/// begin at the caret, where a value was typed directly before it.
 bool OpensNextValue(std::string_view text, size_t quote) {
     size_t name = quote;
     if (name == 0 || text[--name] != '=') return false;
     while (name > 0 && IsNameByte(text[name - 1])) --name;
-    if (name == 0 || !IsBlankByte(text[name - 1]) || text[name] == '=') return false;
+    if ((name > 0 && !IsBlankByte(text[name - 1])) || text[name] == '=') return false;
     size_t end = std::min(text.find_first_of("<>\r\n", quote), text.size());
     return std::count(text.begin() + static_cast<std::ptrdiff_t>(quote) + 1,
                       text.begin() + static_cast<std::ptrdiff_t>(end), text[quote]) %
@@ -239,7 +242,9 @@ TMLKibitzManager::TValueEdit TMLKibitzManager::ComposeAttributeValue(const TAttr
         static_cast<TNibEdit&>(edit) = AddAttribute(value);
         edit.ValueOffset = edit.Start + Utf8Length(edit.Text) - 1;
     }
-    std::u16string blank = edit.Start == edit.End ? KeepApart(edit, *value.View) : std::u16string();
+    std::u16string blank;
+    if (edit.Start == edit.End) blank = KeepApart(edit, *value.View);
+    else if (BeginsName(ReadBytes(*value.View, edit.End, edit.End + 1))) blank = u" ";
     edit.Caret = edit.Start + Utf8Length(edit.Text);
     edit.Text += blank;
     // Nothing is written at the very start of a document.

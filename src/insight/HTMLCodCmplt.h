@@ -179,9 +179,9 @@ private:
     char16_t FInvokeKey = 0;      // the trigger character
     bool FAutoQuote = false;
     bool FEntityMode = false;
-    bool FAutoCompletions = true;  // the typing aids are wanted
-    bool FInsertingBlank = false;  // the manager itself puts a blank into the buffer
-    TRef<INibMLTag> FContextTag;   // the tag in which the document is taken to begin
+    bool FAutoCompletions = true;   // the typing aids are wanted
+    bool FInsertingBlank = false;   // the manager itself puts a blank into the buffer
+    TRef<INibMLTag> FContextTag;    // the tag in which the document is taken to begin
     std::u16string FInitialFilter;  // the word before the caret when the list came
     bool FForceDelete = false;
     uint8_t FContext = 0;

@@ -95,6 +95,7 @@ TEST(Typing, Sessions) {
         {"<p><a target=\xFF^>x", "{Ctrl+Space}{Down}{Enter}", "<p><a target=\"_parent\"^>x"},
         {"<p><a target=_t^op>x", "{Ctrl+Space}{Enter}", "<p><a target=\"_top\"^>x"},
         {"<p><a target=^title=\"x\">", "{Ctrl+Space}{Enter}", "<p><a target=\"_blank\"^ title=\"x\">"},
+        {"<p><a ^title=\"x\" rel='y'>", "target=\"_t{Enter}", "<p><a target=\"_top\"^ title=\"x\" rel='y'>"},
         {"<p><a target=_t^/>x", "{Ctrl+Space}{Enter}", "<p><a target=\"_top\"^/>x"},
         {"<p><a target=x target=_t^>", "{Ctrl+Space}{Enter}", "<p><a target=x target=\"_top\"^>"},
         {"<p><a target=_t^> <!-- x", "{Ctrl+Space}{Enter}", "<p><a target=\"_top\"^> <!-- x"},
