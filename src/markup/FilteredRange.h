@@ -15,9 +15,6 @@
 
 namespace caretwell {
 
-/// What is left of a range when the filter sorts behind every name of the list.
-enum class TBeyondLast { KeepLast, Empty };
-
 template <class C>
 struct TFilteredRange {
     using TView = std::basic_string_view<C>;
@@ -34,30 +31,33 @@ struct TFilteredRange {
         End = last;
     }
 
-    /// Index in the range of the first entry up to `last` that begins with prefix, -1 if none.
+    /// Index in the range of the first entry up to `last` that begins with prefix, -1 if none. Of
+    /// entries that differ by case only the one that is spelled so goes first.
     template <class TNameAt>
     int32_t Find(TView prefix, int32_t last, TNameAt nameAt) const {
-        for (int32_t i = Start; i <= last; ++i)
-            if (StartsWithText(TView(nameAt(i)), prefix)) return i - Start;
-        return -1;
+        int32_t found = Start;
+        while (found <= last && !StartsWithText(TView(nameAt(found)), prefix)) ++found;
+        if (found > last) return -1;
+        for (int32_t i = found; i <= last && SameText(TView(nameAt(i)), prefix); ++i)
+            if (TView(nameAt(i)) == prefix) return i - Start;
+        return found - Start;
     }
 
     /// Narrows the range to the names that begin with value. A value that goes on with the
     /// old filter goes on from the present range; any other starts over.
     template <class TNameAt>
-    void SetFilter(TView value, int32_t last, TNameAt nameAt, TBeyondLast beyond) {
+    void SetFilter(TView value, int32_t last, TNameAt nameAt) {
         if (value.empty() || !StartsWithText(value, TView(Filter))) ShowAll(last);
         Filter = value;
-        if (!Filter.empty()) Narrow(last, nameAt, beyond);
+        if (!Filter.empty()) Narrow(last, nameAt);
     }
 
     template <class TNameAt>
-    void Narrow(int32_t last, TNameAt nameAt, TBeyondLast beyond) {
+    void Narrow(int32_t last, TNameAt nameAt) {
         int32_t low = Start;
         while (low <= last && CompareText(TView(Filter), TView(nameAt(low))) > 0) ++low;
         if (low > last) {
-            if (beyond == TBeyondLast::KeepLast) Start = std::max(Start, last);
-            else Start = 1, End = 0;
+            ShowAll(-1);
             return;
         }
         Start = low;

@@ -45,6 +45,12 @@ inline bool SameText(std::string_view a, std::u16string_view b) {
     return true;
 }
 
+/// Order of a list: without regard to case, and of words alike but for that the small one first.
+inline bool ComesBefore(std::u16string_view a, std::u16string_view b) {
+    int order = CompareText(a, b);
+    return order ? order < 0 : a > b;
+}
+
 /// True if text begins with prefix, without regard to case.
 template <class C>
 constexpr bool StartsWithText(std::basic_string_view<C> text, std::basic_string_view<C> prefix) {

@@ -140,8 +140,7 @@ TFilteredRange<char>& TCSSSymbolTable::RangeOf(TListKind kind) const {
 void TCSSSymbolTable::SetFilter(std::string_view text) {
     TListKind kind = GetListKind();
     if (kind == lkNone) return;
-    RangeOf(kind).SetFilter(
-        text, CountOf(kind) - 1, [&](int32_t i) { return NameAt(kind, i); }, TBeyondLast::Empty);
+    RangeOf(kind).SetFilter(text, CountOf(kind) - 1, [&](int32_t i) { return NameAt(kind, i); });
 }
 
 int32_t TCSSSymbolTable::FindIdent(std::string_view text) const {

@@ -4,15 +4,12 @@
 
 namespace caretwell {
 
-// "aacute" and "Aacute" are two characters. Their order is that of no schema, so that a list
-// never tells what was loaded before; the small letter, which is wanted more often, is first.
-bool TAsciiCharList::ComesBefore(const TEntity& a, std::u16string_view b) {
-    int order = CompareText(std::u16string_view(a.Name), b);
-    return order ? order < 0 : a.Name > b;
-}
-
 void TAsciiCharList::AddEntity(std::u16string_view name, int32_t value) {
-    auto place = FIsSorted ? std::lower_bound(FList.begin(), FList.end(), name, ComesBefore) : FList.end();
+    auto place =
+        FIsSorted
+            ? std::lower_bound(FList.begin(), FList.end(), name,
+                               [](const TEntity& a, std::u16string_view b) { return ComesBefore(a.Name, b); })
+            : FList.end();
     if (place != FList.end() && place->Name == name) return;
     FList.insert(place, {std::u16string(name), value});
 }
@@ -20,7 +17,7 @@ void TAsciiCharList::AddEntity(std::u16string_view name, int32_t value) {
 void TAsciiCharList::AlphaSort() {
     if (FIsSorted) return;
     std::stable_sort(FList.begin(), FList.end(),
-                     [](const TEntity& a, const TEntity& b) { return ComesBefore(a, b.Name); });
+                     [](const TEntity& a, const TEntity& b) { return ComesBefore(a.Name, b.Name); });
     FIsSorted = true;
 }
 
@@ -57,9 +54,8 @@ int32_t TAsciiCharList::FindIndex(std::u16string_view name) const {
 }
 
 void TAsciiCharList::SetFilter(std::u16string_view value) {
-    FRange.SetFilter(
-        value, Last(), [this](int32_t i) { return std::u16string_view(FList[static_cast<size_t>(i)].Name); },
-        TBeyondLast::Empty);
+    FRange.SetFilter(value, Last(),
+                     [this](int32_t i) { return std::u16string_view(FList[static_cast<size_t>(i)].Name); });
 }
 
 }  // namespace caretwell

@@ -39,7 +39,6 @@ private:
         std::u16string Name;
         int32_t Value;
     };
-    static bool ComesBefore(const TEntity& a, std::u16string_view b);
     int32_t Last() const { return static_cast<int32_t>(FList.size()) - 1; }
     const TEntity* At(int32_t index) const;
 

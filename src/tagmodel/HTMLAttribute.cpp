@@ -20,9 +20,8 @@ void TAttributeBase<I>::SetValue(int32_t index, std::u16string_view value) {
 
 template <class I>
 void TAttributeBase<I>::AddValue(std::u16string_view value) {
-    auto less = [](std::u16string_view a, std::u16string_view b) { return CompareText(a, b) < 0; };
-    auto place = std::lower_bound(FValues.begin(), FValues.end(), value, less);
-    if (place != FValues.end() && SameText(*place, value)) return;
+    auto place = std::lower_bound(FValues.begin(), FValues.end(), value, ComesBefore);
+    if (place != FValues.end() && *place == value) return;
     FValues.insert(place, std::u16string(value));
     ++FRange.End;
 }
@@ -40,9 +39,8 @@ bool TAttributeBase<I>::IsLeftAlone() const {
 template <class I>
 void TAttributeBase<I>::SetFilter(std::u16string_view value) {
     if (FValues.empty() || IsLeftAlone()) return;
-    FRange.SetFilter(
-        value, Last(), [this](int32_t i) { return std::u16string_view(FValues[static_cast<size_t>(i)]); },
-        TBeyondLast::Empty);
+    FRange.SetFilter(value, Last(),
+                     [this](int32_t i) { return std::u16string_view(FValues[static_cast<size_t>(i)]); });
 }
 
 // Looks past the end of the range too.

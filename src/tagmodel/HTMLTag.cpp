@@ -125,11 +125,9 @@ void THTMLTag::SetShowAttributes(bool value) {
 
 void THTMLTag::NarrowTo(std::u16string_view value) {
     if (FShowAttributes) {
-        FRange.SetFilter(
-            value, LastAttribute(), [this](int32_t i) { return AttributeName(i); }, TBeyondLast::KeepLast);
+        FRange.SetFilter(value, LastAttribute(), [this](int32_t i) { return AttributeName(i); });
     } else {
-        FRange.SetFilter(
-            value, LastTag(), [this](int32_t i) { return TagName(i); }, TBeyondLast::KeepLast);
+        FRange.SetFilter(value, LastTag(), [this](int32_t i) { return TagName(i); });
     }
 }
 

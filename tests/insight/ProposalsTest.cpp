@@ -31,6 +31,7 @@ TEST(Proposals, AtACaret) {
         {"<a target = ^x>", "href title"},  // the next name, the value being still to come
         {"<a target=\"x\"/^>", "href title"},
         {"<!--><!---><ul><^ ", "li"},
+        {"<ul><zz^ ", "-"},
         {"<!DOCTYPE html SYSTEM 'css.xml'><ul><^ ", "li"},
         {"<nothing ^>", "-"},
         {"<input checked ^>", "type"},  // a bare name has no value to complete
