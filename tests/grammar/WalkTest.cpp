@@ -2,6 +2,10 @@
 #include <gtest/gtest.h>
 
 #include "grammar/WalkText.h"
+#include "grammar/XSDGrammar.h"
+#include "support/LoaderTest.h"
+#include "symbols/XSDLoader.h"
+#include "symbols/XSDPlan.h"
 
 namespace caretwell {
 namespace {
@@ -94,6 +98,60 @@ TEST(Walk, Xml) {
     };
     TDTDText page(Page);
     for (const auto& c : cases) EXPECT_EQ(page.At(c.Document, true), c.Answer) << c.Document;
+}
+
+constexpr const char* Order = R"(
+<xs:schema xmlns:xs='http://www.w3.org/2001/XMLSchema' elementFormDefault='qualified'>
+<xs:element name='order' type='Order'/>
+<xs:element name='note' abstract='true' type='Note'/>
+<xs:element name='memo' substitutionGroup='note'/>
+<xs:element name='hint' substitutionGroup='memo'/>
+<xs:complexType name='Base'><xs:sequence>
+  <xs:element name='id' type='xs:string'/><xs:element name='item' minOccurs='2' maxOccurs='3' type='Item'/>
+</xs:sequence></xs:complexType>
+<xs:complexType name='Order'><xs:complexContent><xs:extension base='Base'><xs:sequence>
+  <xs:group ref='Ends' minOccurs='0'/><xs:element ref='note' maxOccurs='unbounded'/><xs:element name='raw' minOccurs='0'>
+    <xs:complexType><xs:sequence><xs:any minOccurs='0' maxOccurs='unbounded' processContents='lax'/></xs:sequence>
+  </xs:complexType></xs:element>
+</xs:sequence></xs:extension></xs:complexContent></xs:complexType>
+<xs:complexType name='Item'><xs:all><xs:element name='size' type='xs:string'/>
+  <xs:element name='item' type='xs:string' minOccurs='0'/></xs:all></xs:complexType>
+<xs:complexType name='Note' mixed='true'><xs:choice minOccurs='0' maxOccurs='unbounded'>
+  <xs:element name='b'/></xs:choice></xs:complexType>
+<xs:group name='Ends'><xs:choice><xs:element name='paid'/><xs:element name='open'/></xs:choice></xs:group>
+</xs:schema>)";
+
+class SchemaWalk : public TLoaderTest {};
+
+TEST_F(SchemaWalk, Documents) {
+    const struct {
+        const char *Document, *Answer;
+    } cases[] = {
+        {"", "hint! memo! order! | |"},
+        // The base comes before what extends it; counts have both ends.
+        {"<order>", "id! | hint item memo open paid raw |"},
+        {"<order><id/>", "item! | hint id memo open paid raw |"},
+        {"<order><id/><item/>", "item! | hint id memo open paid raw |"},
+        {"<order><id/><item/><item/>", "hint! memo! item open paid | id raw |"},
+        {"<order><id/><item/><item/><item/>", "hint! memo! open paid | id item raw |"},
+        {"<order><id/><item/><item/><paid/>", "hint! memo! | id item open paid raw |"},
+        // Who stands for an abstract element, one for another.
+        {"<order><id/><item/><item/><hint/>", "hint memo raw | id item open paid | order"},
+        {"<order><id/><item/><item/><memo>", "b | | memo"},
+        // One name, and each place has its own declaration: parts in any order, a text.
+        {"<order><id/><item>", "size! item | |"},
+        {"<order><id/><item><item/>", "size! | item |"},
+        {"<order><id/><item><size/>", "item | size | item"},
+        {"<order><id/><item><item>", "| | item"},
+        // A wildcard lets in what the schema has at its top.
+        {"<order><id/><item/><item/><memo/><raw>", "hint memo order | | raw"},
+        // Errors cost what they are about.
+        {"<order><xx><b></xx><id/>", "item! | hint id memo open paid raw |"},
+        {"<order><item/>", "item! | hint id memo open paid raw |"},
+    };
+    TTable table;
+    TXSDGrammar grammar(TXSDLoader(table.Manager).GetPlan(Write("order.xsd", Order)));
+    for (const auto& c : cases) EXPECT_EQ(AnswerOf(grammar, c.Document, true), c.Answer) << c.Document;
 }
 
 }  // namespace
