@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/ViewHandles.h"
+#include "markup/Edit.h"
 #include "markup/Text.h"
 
 namespace caretwell {
@@ -11,6 +12,7 @@ namespace {
 // No closing tag that anyone types over is longer.
 constexpr int32_t LongestAid = 300;
 constexpr size_t MostSlashes = 100;
+constexpr int32_t LongestLookBack = 65536;
 constexpr char32_t KeyEscape = 27;
 
 constexpr bool IsQuote(char32_t c) { return c == '"' || c == '\''; }
@@ -41,9 +43,23 @@ void DeleteAhead(INibEditView& view, std::u16string_view text) {
     position->DeleteBack(count);
 }
 
-void MoveCaretTo(INibEditView& view, int32_t offset) {
-    if (auto exact = QueryAs<INibOffsetView>(&view)) exact->SetCaretOffset(offset);
-    else view.SetCaretPos(view.CharPosToEditPos(view.OffsetToCharPos(offset)));
+/// Is an element of that name open at the end of the text?
+bool LeavesOpen(std::string_view text, std::string_view name) {
+    int32_t depth = 0;
+    for (size_t at = 0; (at = text.find('<', at)) != text.npos;) {
+        bool isClosing = text.substr(++at).starts_with('/');
+        std::string_view rest = text.substr(at + isClosing);
+        size_t end = std::min(rest.find_first_of(" \t\r\n/>"), rest.size());
+        if (SameText(rest.substr(0, end), name)) depth = std::max(depth + (isClosing ? -1 : 1), 0);
+    }
+    return depth > 0;
+}
+
+/// Elements in which a closing tag of another closes nothing.
+bool IsRawContent(std::u16string_view closingTag) {
+    constexpr std::u16string_view Names[] = {u"</script>", u"</style>", u"</textarea>"};
+    return std::any_of(std::begin(Names), std::end(Names),
+                       [&](std::u16string_view name) { return SameText(closingTag, name); });
 }
 
 }  // namespace
@@ -67,7 +83,7 @@ void TOwnText::NoteAid(INibEditView& view, const TBefore& before) {
     size_t size = isQuote ? 1 : ahead.find(u'>') + 1;
     std::u16string_view rest = std::u16string_view(ahead).substr(size);
     if (size == 0 || !before.Ahead.starts_with(rest)) return;
-    FAhead.insert(FAhead.begin(), ahead.substr(0, size));
+    FAhead.insert(FAhead.begin(), {ahead.substr(0, size), caret});
     if (!isQuote || moved != 1) return;
     FBehind = ahead[0];
     FQuotes = TQuotes::Empty;
@@ -91,17 +107,17 @@ char16_t TOwnText::NoteChoice(INibEditView& view, std::u16string_view name) {
     bool isPair =
         isOwn && IsQuote(last[0]) && ReadBeside(view, 1) == last && ReadBeside(view, -2).starts_with(u'=');
     FQuotes = isPair ? TQuotes::Empty : TQuotes::None;
-    if (isPair) FAhead.insert(FAhead.begin(), last);
+    if (isPair) FAhead.insert(FAhead.begin(), {last, CaretOffsetOf(view)});
     return FBehind;
 }
 
 void TOwnText::Check(INibEditView& view, int32_t caret) {
     if (CaretOffsetOf(view) != caret) return Forget();
     while (!FSlashes.empty() && FSlashes.back().End > caret) FSlashes.pop_back();
-    if (FAhead.empty() || FAhead.front().size() > 1) FQuotes = TQuotes::None;
+    if (FAhead.empty() || HasClosingTag()) FQuotes = TQuotes::None;
     if (FAhead.empty()) return;
     std::u16string text;
-    for (const auto& aid : FAhead) text += aid;
+    for (const auto& aid : FAhead) text += aid.Text;
     if (ReadBeside(view, CountCharacters(std::u16string_view(text))) != text) FAhead.clear();
 }
 
@@ -117,7 +133,7 @@ bool TOwnText::TypeOver(INibEditView& view, char32_t key) {
         FQuotes = TQuotes::None;
         return true;
     }
-    bool isAhead = !FAhead.empty() && FAhead.front().size() == 1 && FAhead.front()[0] == key;
+    bool isAhead = !FAhead.empty() && !HasClosingTag() && FAhead.front().Text[0] == key;
     if (isAhead) LeaveQuotes(view);
     return isAhead;
 }
@@ -134,19 +150,30 @@ void TOwnText::TakeQuotes(INibEditView& view) {
 }
 
 void TOwnText::TakeClosingQuote(INibEditView& view) {
-    DeleteAhead(view, FAhead.front());
-    FAhead.erase(FAhead.begin());
+    TakeAids(view, 1);
     FQuotes = TQuotes::None;
+}
+
+void TOwnText::TakeAids(INibEditView& view, size_t count) {
+    auto end = FAhead.begin() + static_cast<std::ptrdiff_t>(count);
+    for (auto aid = FAhead.begin(); aid != end; ++aid) DeleteAhead(view, aid->Text);
+    FAhead.erase(FAhead.begin(), end);
 }
 
 void TOwnText::TextDeleted(INibEditView& view) {
     FBehind = 0;
     bool isOpeningGone = FQuotes == TQuotes::Empty && ReadBeside(view, -1) == u"=" && !FAhead.empty() &&
-                         ReadBeside(view, 1) == FAhead.front();
+                         ReadBeside(view, 1) == FAhead.front().Text;
     if (isOpeningGone) TakeClosingQuote(view);
     std::u16string before = ReadBeside(view, -2);
     bool isEmptied = FQuotes == TQuotes::Plain && before.starts_with(u'=') && IsQuote(before.back());
     if (isEmptied) FQuotes = TQuotes::Empty;
+    // The tag is about to become another, and gets its closing tag with the next ">".
+    auto isThere = [&](const std::u16string& text) {
+        return ReadBeside(view, CountCharacters(std::u16string_view(text))) == text;
+    };
+    while (HasClosingTag() && CaretOffsetOf(view) < FAhead.front().Start && isThere(FAhead.front().Text))
+        TakeAids(view, 1);
 }
 
 void TOwnText::KeyTyped(INibEditView& view, char32_t key) {
@@ -157,22 +184,37 @@ void TOwnText::KeyTyped(INibEditView& view, char32_t key) {
     std::u16string_view tag = std::u16string_view(before).substr(start);
     size_t end = tag.find_first_of(u" \t>");
     if (tag.find_first_not_of(u" \t", end) != tag.size() - 1) return;
-    if (!TakeSlash(view, tag.substr(2, end - 2))) TakeClosingTag(view, tag.substr(0, end));
+    int32_t tagStart = CaretOffsetOf(view) - static_cast<int32_t>(ToUtf8(tag).size());
+    if (!TakeSlash(view, tag.substr(2, end - 2))) TakeClosingTag(view, tag.substr(0, end), tagStart);
 }
 
-// With a tag go those of the elements that it ends as well: "</ul>" ends an open "li".
-void TOwnText::TakeClosingTag(INibEditView& view, std::u16string_view name) {
-    auto isExact = [&](const std::u16string& aid) {
-        return aid.size() == name.size() + 1 && aid.starts_with(name);
+// With a tag go those of the elements that it ends as well: "</ul>" ends an open "li", also
+// where the list was there before.
+void TOwnText::TakeClosingTag(INibEditView& view, std::u16string_view name, int32_t start) {
+    auto isExact = [&](const TAid& aid) {
+        return aid.Text.size() == name.size() + 1 && aid.Text.starts_with(name);
     };
-    auto isSame = [&](const std::u16string& aid) {
-        return aid.size() == name.size() + 1 && StartsWithText(std::u16string_view(aid), name);
+    auto isSame = [&](const TAid& aid) {
+        return aid.Text.size() == name.size() + 1 && StartsWithText(std::u16string_view(aid.Text), name);
     };
     auto found = std::find_if(FAhead.begin(), FAhead.end(), isExact);
     if (found == FAhead.end()) found = std::find_if(FAhead.begin(), FAhead.end(), isSame);
-    if (found == FAhead.end()) return;
-    for (auto aid = FAhead.begin(); aid <= found; ++aid) DeleteAhead(view, *aid);
-    FAhead.erase(FAhead.begin(), found + 1);
+    bool isOwn = found != FAhead.end();
+    TakeAids(view,
+             isOwn ? static_cast<size_t>(found - FAhead.begin()) + 1 : CountAidsInside(view, name, start));
+}
+
+// Closing tags of elements inside the one that the tag at start ends: those that were opened
+// after it. None, if nothing of that name is open.
+size_t TOwnText::CountAidsInside(INibEditView& view, std::u16string_view name, int32_t start) const {
+    if (!HasClosingTag() || IsRawContent(FAhead.front().Text)) return 0;
+    std::string word = ToUtf8(name.substr(2));
+    size_t count = 0;
+    for (; count < FAhead.size() && FAhead[count].IsClosingTag(); ++count)
+        if (LeavesOpen(ReadBytes(view, FAhead[count].Start, start), word)) return count;
+    if (count == 0) return 0;
+    int32_t first = FAhead[count - 1].Start;
+    return LeavesOpen(ReadBytes(view, std::max(first - LongestLookBack, 0), first), word) ? count : 0;
 }
 
 // "<link />" with a "</link>" later on was meant as "<link>".
@@ -186,6 +228,8 @@ bool TOwnText::TakeSlash(INibEditView& view, std::u16string_view name) {
     MoveCaretTo(view, slash.End);
     bool isThere = ReadBeside(view, -2) == u"/>";
     if (isThere) {
+        for (TAid& aid : FAhead)
+            if (aid.Start >= slash.End) aid.Start -= slash.Size;
         auto position = PositionOf(view);
         position->MoveBy(0, -1);
         position->DeleteBack(slash.Size);

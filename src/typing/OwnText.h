@@ -38,24 +38,32 @@ public:
     bool TypeOver(INibEditView& view, char32_t key);
     /// The key has been typed. One that ends a closing tag takes the engine's own away.
     void KeyTyped(INibEditView& view, char32_t key);
-    /// Text before the caret was deleted. With the opening quote goes the closing one.
+    /// Text before the caret was deleted. With the opening quote goes the closing one, and
+    /// with the ">" of an opening tag the closing tag.
     void TextDeleted(INibEditView& view);
     /// A value without quotes is being typed between the engine's.
     bool IsInPlainValue() const { return FQuotes == TQuotes::Plain; }
     /// Moves the caret behind the closing quote.
     void LeaveQuotes(INibEditView& view);
     void Forget();
-    bool HasClosingTag() const { return !FAhead.empty() && FAhead.front().size() > 1; }
+    bool HasClosingTag() const { return !FAhead.empty() && FAhead.front().IsClosingTag(); }
 
 private:
     void NoteSlash(INibEditView& view, int32_t end, int32_t size);
-    void TakeClosingTag(INibEditView& view, std::u16string_view name);
+    void TakeClosingTag(INibEditView& view, std::u16string_view name, int32_t start);
+    size_t CountAidsInside(INibEditView& view, std::u16string_view name, int32_t start) const;
+    void TakeAids(INibEditView& view, size_t count);
     void TakeQuotes(INibEditView& view);
     void TakeClosingQuote(INibEditView& view);
     bool TakeSlash(INibEditView& view, std::u16string_view name);
 
-    std::vector<std::u16string> FAhead;  // from the caret on, the innermost first
-    char16_t FBehind = 0;                // directly before the caret
+    struct TAid {
+        std::u16string Text;
+        int32_t Start = 0;  // byte offset of the caret when it was written; what it closes begins before
+        bool IsClosingTag() const { return Text.size() > 1; }
+    };
+    std::vector<TAid> FAhead;  // from the caret on, the innermost first
+    char16_t FBehind = 0;      // directly before the caret
     // The engine's pair of quotes around the caret, of which nobody has typed the first.
     enum class TQuotes { None, Empty, Plain };
     TQuotes FQuotes = TQuotes::None;

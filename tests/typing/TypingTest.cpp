@@ -99,6 +99,7 @@ TEST(Typing, Sessions) {
         {"<p><a target=_t^/>x", "{Ctrl+Space}{Enter}", "<p><a target=\"_top\"^/>x"},
         {"<p><a target=x target=_t^>", "{Ctrl+Space}{Enter}", "<p><a target=x target=\"_top\"^>"},
         {"<p><a target=_t^> <!-- x", "{Ctrl+Space}{Enter}", "<p><a target=\"_top\"^> <!-- x"},
+        {"<p>some ^b x</p>\n", "<sp{Enter}", "<p>some <span^b x</p>\n"},  // before a word that is a name
         {"<p ^>\n", "&", "<p &^>\n [align class]"},
         {"<p ^>\n", "{Ctrl+Space}>", "<p >^</p>>\n"},
         {"<p ^>\n", "{Ctrl+Space}\"", "<p \"^>\n"},
@@ -129,6 +130,11 @@ TEST(Typing, Sessions) {
         {"^", "<div>{Left}{Right}</div>", "<div></div>^</div>"},
         {"^", "<div>x{Backspace}</div>", "<div></div>^"},
         {"^", "<div>\n</div>", "<div>\n</div>^"},
+        // A closing tag by hand of an element that was there before, with two of the engine's inside.
+        {"<div>\n^</div>\n", "<p>a<p>b</div>", "<div>\n<p>a<p>b</div>^</div>\n"},
+        {"<div>\n^\n", "<p>a</q>", "<div>\n<p>a</q>^</p>\n"},
+        {"<div>\n^\n", "<p><b></b>x", "<div>\n<p><b></b>x^</p>\n"},
+        {"<p>^</p>\n", "<b>{Backspace}{Backspace}i>x</i>", "<p><i>x</i>^</p>\n"},
         {"<p><a target^>x</a>\n", "{Enter}", "<p><a target\n^>x</a>\n"},
         {"<p><a ^>x</a>\n", "target=\"_top\" c", "<p><a target=\"_top\" c^>x</a>\n", true},
         {"<p><a ^>x</a>\n", "target=_top\" c", "<p><a target=\"_top\" c^>x</a>\n", true},
