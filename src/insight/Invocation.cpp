@@ -91,10 +91,12 @@ bool TMLKibitzManager::OpenList(TNibInvokeType howInvoked, std::u16string& text)
     return result;
 }
 
-/// A "<" typed inside a known tag opens nothing.
+/// A "<" typed inside a known tag opens nothing. Directly before a word it begins a tag, of
+/// whatever name.
 bool TMLKibitzManager::IsInsideKnownTag() const {
     const TMLParser& parser = GetParser();
-    return FInvokeKey == '<' && parser.FInTag && !Supports<INibMLNamedTag>(parser.FCurrentTag);
+    return FInvokeKey == '<' && parser.FInTag && !parser.FCaretInTagName &&
+           !Supports<INibMLNamedTag>(parser.FCurrentTag);
 }
 
 /// False where the text is none of the engine's.
