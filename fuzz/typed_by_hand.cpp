@@ -170,11 +170,30 @@ std::string KindWithin(const std::string& host, const std::string& kind) {
     return host.find("XHTML") == host.npos ? kind : ".xml";
 }
 
-// An "=" in a tag, or what looks like one, without a quote.
+// A tag with an "=" that no quote follows.
 bool HasPlainValue(std::string_view text) {
-    for (size_t at = text.find('='); at != text.npos; at = text.find('=', at + 1)) {
-        size_t value = text.find_first_not_of(" \t\n", at + 1);
-        if (value != text.npos && text[value] != '"' && text[value] != '\'') return true;
+    for (size_t at = text.find('<'); at < text.size(); at = text.find('<', at)) {
+        if (size_t end = balance::SkipRegion(text, at)) {
+            at = end;
+            continue;
+        }
+        size_t end = balance::SkipTag(text, at);
+        char quote = 0;
+        for (; at < end; ++at) {
+            if (quote) quote = text[at] == quote ? '\0' : quote;
+            else if (text[at] == '"' || text[at] == '\'') quote = text[at];
+            if (quote || text[at] != '=') continue;
+            size_t value = std::min(text.find_first_not_of(" \t\n", at + 1), text.size() - 1);
+            if (text[value] != '"' && text[value] != '\'') return true;
+        }
+    }
+    return false;
+}
+
+bool HasTagInValue(std::string_view text) {
+    for (size_t at = text.find('<'); at != text.npos; at = text.find('<', at + 1)) {
+        size_t next = text.find_first_of("<>", at + 1);
+        if (next != text.npos && text[next] == '<') return true;
     }
     return false;
 }
@@ -219,10 +238,8 @@ int main(int count, char** words) try {
             for (int i = 0; i < call.Places; ++i) {
                 size_t place = PlaceIn(host, chance());
                 TWork work{file, host.substr(0, place), piece.Typed, host.substr(place), piece.IsClosed};
-                // Inside a value its quotes end where they begin.
-                std::string bare = piece.Typed;
-                std::erase_if(bare, [](char c) { return c == '"' || c == '\''; });
-                work.IsClosed = work.IsClosed && ReadBalance(bare, kind).IsClosed;
+                // Typed into a value, what looks like a tag in a value of its own is one.
+                work.IsClosed = work.IsClosed && !HasTagInValue(work.Typed);
                 typist.Type(work, kind, "anywhere", aids);
             }
         }
