@@ -4,6 +4,7 @@
 
 #include "host/ValueScope.h"
 #include "host/ViewHandles.h"
+#include "markup/Edit.h"
 #include "markup/Text.h"
 
 namespace caretwell {
@@ -12,6 +13,8 @@ namespace {
 // Lists that ask for the next list without end must not hold the key for ever.
 constexpr int32_t MostListsForKey = 8;
 constexpr uint8_t ValueContext = 16;
+// Bytes before a blank that are searched for the "<" of its tag.
+constexpr int32_t LongestTag = 4096;
 constexpr std::string_view StyleSheetOptions = "Tarnwell.EditOptions.StyleSheet";
 
 // The manager's keys have 16 bits; a character beyond them is no key that it knows.
@@ -148,12 +151,14 @@ void TTypingSession::AskAfter(char32_t key) {
     if (key == ' ' && FIsInValue && FNext == TNext::ByKey) FNext = TNext::Values;
     // The name of a server directive.
     if (key == ' ' && EndsWith(*view, u"<%@ ")) FNext = TNext::List;
+    if (key == ' ' && FNext == TNext::ByKey && MayStandInTag(*view)) FNext = TNext::Attributes;
     if (FNext == TNext::ByKey) return;
     // What the engine closes itself needs no offer.
     if (FNext == TNext::ClosingTags && !FOwn.HasClosingTag()) AskForClosingTags();
     if (FNext == TNext::ClosingTags) return;
-    bool wantsValues = FNext == TNext::Values;
+    bool wantsValues = FNext == TNext::Values, wantsAttributes = FNext == TNext::Attributes;
     if (!AskForList(0)) return;
+    if (wantsAttributes && !IsAttributeList()) return EndList(false);
     if (wantsValues && !IsValueList()) return EndList(false);
     if (wantsValues) FTrigger = KeyOf(key);
 }
@@ -230,6 +235,23 @@ bool TTypingSession::IsStyleSheet() const { return FManager->GetOptionSetName() 
 bool TTypingSession::IsValueList() const {
     auto context = QueryAs<INibInsightContext>(FManager);
     return context && context->GetContext() == ValueContext;
+}
+
+// In a style sheet, and in the value of an attribute, a blank is something else.
+bool TTypingSession::MayStandInTag(INibEditView& view) const {
+    if (!FManager || IsStyleSheet()) return false;
+    int32_t caret = CaretOffsetOf(view);
+    std::string before = ReadBytes(view, std::max(caret - LongestTag, 0), caret);
+    size_t start = before.find_last_of("<>"), last = before.find_last_not_of(" \t\r\n");
+    if (start == before.npos || before[start] != '<' || last == start || before[last] == '=') return false;
+    char first = before[start + 1];
+    return first == '%' || first == '_' || (first >= 'a' && first <= 'z') || (first >= 'A' && first <= 'Z') ||
+           static_cast<unsigned char>(first) >= 128;
+}
+
+bool TTypingSession::IsAttributeList() const {
+    constexpr int32_t AttributeFlags = 3;
+    return !IsValueList() && ItemCount() > 0 && FSymbols->GetViewerSymbolFlags(0) == AttributeFlags;
 }
 
 // The token before the caret narrows the list, until there is nothing left to narrow.

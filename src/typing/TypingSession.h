@@ -127,7 +127,7 @@ private:
         std::u16string FText;
     };
     // What opens when the key is in the text.
-    enum class TNext { ByKey, List, Values, ClosingTags };
+    enum class TNext { ByKey, List, Values, Attributes, ClosingTags };
 
     // Without a list.
     bool AskForList(char16_t key);
@@ -152,6 +152,8 @@ private:
     bool BeginsWithToken(int32_t index) const;
     bool IsWordChar(char32_t key) const;
     bool IsValueList() const;
+    bool IsAttributeList() const;
+    bool MayStandInTag(INibEditView& view) const;
     bool IsStyleSheet() const;
     std::u16string NameOf(int32_t index) const;
     std::u16string WordOf(int32_t index) const;

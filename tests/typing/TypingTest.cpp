@@ -74,12 +74,15 @@ TEST(Typing, Sessions) {
         {"<b>\xC3\xA9^\xC3\xA9</b>\n", "<sp{Enter}>", "<b>\xC3\xA9<span>^</span>\xC3\xA9</b>\n"},
         {"^\n", "<%@ pa{Enter}", "<%@ page^\n", false, "a.aspx"},  // directives open by themselves
         // Attributes.
-        {"<p>\n<a^\n", " ", "<p>\n<a ^\n"},                      // a blank opens nothing by itself
-        {"<p>\n^\n", "<a ", "<p>\n<a ^\n [href target title]"},  // but behind a choice it does
+        {"<p>\n<a^\n", " ", "<p>\n<a ^\n [href target title]"},  // a blank in a tag opens its list
+        {"<p ^>\n", "class=\"a\" al{Enter}", "<p class=\"a\" align^>\n"},
+        {"<p title=\"a^\">\n", " ", "<p title=\"a ^\">\n"},
+        {"<p>a^\n", " ", "<p>a ^\n"},
+        {"<p>\n^\n", "<a ", "<p>\n<a ^\n [href target title]"},
         {"<p><a hr^>x</a>\n", "{Ctrl+Space}{Enter}", "<p><a href^>x</a>\n"},
         {"<p><a hr^>x</a>\n", "{Ctrl+Space}{Tab}", "<p><a href=^>x</a>\n [uri...]"},
         {"<p><a ta^ = x>\n", "{Ctrl+Space}{Enter}", "<p><a target^ = x>\n"},
-        {"<p><a href=x^>\n", "{Esc} ", "<p><a href=x ^>\n"},
+        {"<p><a href=x^>\n", "{Esc} ", "<p><a href=x ^>\n [target title]"},
         {"<p><a target=^>x\n", "{Ctrl+Space}{Enter}", "<p><a target=\"_blank\"^>x\n"},
         {"<p><a target=\"^\">x\n", "{Ctrl+Space}_s{Enter}", "<p><a target=\"_self\"^>x\n"},
         {"<p><a target=\"_p^\">it's\n", "{Ctrl+Space}{Enter}", "<p><a target=\"_parent\"^>it's\n"},
