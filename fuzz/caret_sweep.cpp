@@ -57,7 +57,7 @@ private:
         FHost->Document().View().SetCaretOffset(caret);
         ++FCounts.Carets;
         FCounts.Lists += driver.OpenList();
-        // A typing aid that has closed empty elements leaves the parse behind the text.
+        // A typing aid that has closed empty elements leaves the parse after the text.
         if (!text.CanUndo()) Note(caret, FaultOfParse(*FHost));
         if (driver.IsOpen()) Note(caret, FaultOfList(*FHost, driver.Filter()));
         for (int32_t i = 0; i < driver.ItemCount(); ++i) {

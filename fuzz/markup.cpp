@@ -26,7 +26,7 @@ public:
                        bool&) override {
         if (!element) Require("report of nothing");
         if (start < 0 || start > end + 1 || end > FSize) Require("span of a report");
-        // The text of a tag that was never ended comes behind its attributes.
+        // The text of a tag that was never ended comes after its attributes.
         if (end + 1 < FLast) Require("order of reports");
         FLast = end;
     }

@@ -2,7 +2,7 @@
 //
 // What a key means is the session's to say: it opens the list, lets letters narrow it, knows
 // which key takes an item, and asks for the next list. The editor tells it every key twice:
-// before the key is in the text, and behind that, unless the session has done it all.
+// before the key is in the text, and after that, unless the session has done it all.
 //
 //     key -> KeyDown -> done
 //                    -> text -> KeyTyped

@@ -33,11 +33,11 @@ public:
     void SetCaret(int32_t offset) { FCaret = Inside(offset); }
 
     // Offsets come out of the engine's last parse. The user, or another program, may have
-    // changed the text since: a place behind its end counts as its end.
+    // changed the text since: a place after its end counts as its end.
     int32_t Inside(int32_t offset) const { return std::clamp(offset, 0, Size()); }
 
     /// Puts text in the place of the bytes from start to end. A caret that stands in them,
-    /// or at their end, ends behind the text.
+    /// or at their end, ends after the text.
     void Replace(int32_t start, int32_t end, std::string_view text) {
         start = Inside(start);
         end = std::max(start, Inside(end));

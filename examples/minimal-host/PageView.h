@@ -30,7 +30,7 @@ public:
         const std::string& text = FPage->Text();
         return 1 + static_cast<int32_t>(std::count(text.begin(), text.begin() + FPage->Inside(offset), '\n'));
     }
-    /// Offset at which a line begins; the last one stands for all behind it.
+    /// Offset at which a line begins; the last one stands for all after it.
     int32_t StartOfLine(int32_t line) const {
         size_t start = 0;
         for (; line > 1; --line) {

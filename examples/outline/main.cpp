@@ -4,7 +4,7 @@
 //
 // A parse tells every observer what it finds, in the order of the document, up to the
 // caret. So a program that wants the structure of a page needs no editor: no view, no
-// services, only a producer that reads the file and a caret that lies behind its end.
+// services, only a producer that reads the file and a caret that lies after its end.
 #include <caretwell/host/Platform.h>
 #include <caretwell/insight/MLCodeInsight.h>
 #include <caretwell/package/HTMReg.h>

@@ -116,7 +116,7 @@ void Describe(CLI::App& app, TArguments& arguments, TRepeated& repeated) {
         ->type_name("FILE");
 }
 
-// A colon behind "-" would make the place an option.
+// A colon after "-" would make the place an option.
 constexpr char InputPrefix = '\x1f';
 
 // The library takes its words from back to front.

@@ -21,7 +21,7 @@ TJson Describe(TRun& run, TDocument& document) {
 std::string ShowCaret(TDocument& document, const std::string& mark) {
     std::string text = document.Text().Text();
     text.insert(static_cast<size_t>(document.View().CaretOffset()), mark.empty() ? DefaultMark : mark);
-    // A prompt is not to stand behind it.
+    // A prompt is not to stand after it.
     if (IsTerminal() && !text.ends_with('\n')) text += '\n';
     return text;
 }

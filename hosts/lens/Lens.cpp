@@ -31,7 +31,7 @@ struct TRange {
 
 constexpr bool IsWordStart(char c) { return IsStyleLetter(c) || IsStyleDigit(c); }
 
-// What the grammar reads as one expression up to its end, whatever stands behind it:
+// What the grammar reads as one expression up to its end, whatever stands after it:
 // names, numbers with their units and colours side by side.
 bool IsPlainValue(std::string_view value) {
     enum { Between, InNumber, InName } state = Between;

@@ -42,7 +42,7 @@ struct TLensText {
 };
 
 /// The document as the style sheet manager is to read it for a caret at this byte
-/// offset (behind the end counts as the end). Any bytes will do: what cannot be
+/// offset (after the end counts as the end). Any bytes will do: what cannot be
 /// followed is blanked. Time grows with the text in front of the caret.
 TLensText LookThrough(std::string_view document, TLensKind kind, size_t caret);
 

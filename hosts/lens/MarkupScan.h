@@ -9,7 +9,7 @@ namespace caretwell {
 
 struct TStyleSpan {
     size_t FStart;    ///< first byte of the style text
-    size_t FEnd;      ///< behind its last byte; the document's end if it is not closed before the caret
+    size_t FEnd;      ///< after its last byte; the document's end if it is not closed before the caret
     bool FAttribute;  ///< the value of an attribute, so the inside of a block
 };
 

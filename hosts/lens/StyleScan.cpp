@@ -166,7 +166,7 @@ private:
         return !IsOneOf(name, Grouping) || (FLevel.FDeclares && !SameWord(name, "keyframes"));
     }
 
-    // The word behind an "@", without a vendor's prefix.
+    // The word after an "@", without a vendor's prefix.
     std::string_view AtWord(size_t at) const {
         size_t end = at + 1;
         while (IsStyleWord(At(FText, end))) ++end;
@@ -239,7 +239,7 @@ private:
         return npos;
     }
 
-    // A name, maybe behind the hacks "*" and "_", maybe with white space behind it.
+    // A name, maybe after the hacks "*" and "_", maybe with white space after it.
     bool LooksLikeName(size_t at, size_t end) const {
         if ((FText[at] == '*' || FText[at] == '_') && at + 1 < end) ++at;
         const size_t start = at;

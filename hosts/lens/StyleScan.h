@@ -22,7 +22,7 @@ TStyleCaret ScanStyle(std::string_view text, size_t caret, bool inBlock);
 
 /// One step over the text at a place, as a whole over what hides its inside.
 struct TStyleStep {
-    size_t FEnd;             ///< behind the thing, at least one byte further
+    size_t FEnd;             ///< after the thing, at least one byte further
     TLensPlace FInside;      ///< where a caret inside it stands; lpNone if it has no inside
     bool FUnclosed = false;  ///< its end is no closing mark: a caret there is inside still
 };

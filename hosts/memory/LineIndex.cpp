@@ -11,7 +11,7 @@ constexpr size_t MarkDistance = 4096;
 
 struct TBreakCount {
     size_t Count = 0;
-    size_t BehindLast = 0;  // place behind the last break; 0 if there was none
+    size_t BehindLast = 0;  // place after the last break; 0 if there was none
 };
 
 TBreakCount CountByByte(std::string_view piece) {

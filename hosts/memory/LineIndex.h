@@ -37,7 +37,7 @@ private:
     struct TScan;
 
     const TGapText& FText;
-    // Lines in order, the first of the text in front; each more than MarkDistance behind the last.
+    // Lines in order, the first of the text in front; each more than MarkDistance after the last.
     mutable std::vector<TLine> FMarks{TLine{}};
     mutable size_t FScanned = 0;  // marks are complete up to here
     // Where the last question ended, so that the next one on the same line of

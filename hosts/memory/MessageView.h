@@ -16,7 +16,7 @@ struct TMessage {
 
 class TMessageView {
 public:
-    /// A broken schema may have more to say than anyone reads: what comes behind
+    /// A broken schema may have more to say than anyone reads: what comes after
     /// this many messages is counted and not kept.
     static constexpr size_t MostKept = 10000;
 

@@ -25,7 +25,7 @@ class TTextMark {
 public:
     enum TSide {
         msBefore,  ///< stays in front of text inserted at its place
-        msBehind   ///< moves behind text inserted at its place, as a caret does
+        msBehind   ///< moves after text inserted at its place, as a caret does
     };
     TTextMark(TTextBuffer& buffer, int32_t offset, TSide side);
     ~TTextMark();
@@ -80,7 +80,7 @@ public:
     /// Where the text of the line ends, its break excluded.
     int32_t LineEndAt(int32_t offset) const;
     int32_t ColumnAt(int32_t offset) const;
-    /// A column behind the end of the line gives its end.
+    /// A column after the end of the line gives its end.
     int32_t OffsetOf(int32_t line, int32_t column) const;
     /// The break that the document's first line ends with; LF if it has only one line.
     std::string LineBreak() const;

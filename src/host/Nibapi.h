@@ -58,7 +58,7 @@ struct TNibCharPos {
 struct INibEditReader : IRefCounted {
     static constexpr TGuid Id = Guid("5a0f83a6-6f0b-4f0e-9a60-3b7a1c5a2e01");
     using Parent = IRefCounted;
-    /// Copies at most count bytes from offset on to dest. Returns how many; 0 at or behind the end.
+    /// Copies at most count bytes from offset on to dest. Returns how many; 0 at or after the end.
     virtual int32_t Read(int32_t offset, char* dest, int32_t count) = 0;
 };
 
@@ -77,7 +77,7 @@ struct INibEditWriter : IRefCounted {
 };
 
 /// The text of a document. Offsets given by the engine come from its last parse: when the
-/// text has changed since, they may lie behind its end, which counts as the end.
+/// text has changed since, they may lie after its end, which counts as the end.
 struct INibEditBuffer : IRefCounted {
     static constexpr TGuid Id = Guid("5a0f83a6-6f0b-4f0e-9a60-3b7a1c5a2e03");
     using Parent = IRefCounted;
@@ -112,7 +112,7 @@ struct INibEditPosition : IRefCounted {
     virtual void Restore() = 0;
     /// Deletes count characters before the caret, as far as there are so many.
     virtual void DeleteBack(int32_t count) = 0;
-    /// The caret ends behind the character.
+    /// The caret ends after the character.
     virtual void InsertChar(char16_t c) = 0;
     /// The run of characters of the set next to the caret, which stays. Forwards
     /// unless TakeBackwards is given. TakeVisible adds letters, digits and all other
@@ -209,7 +209,7 @@ struct INibCodeInsightServices : IRefCounted {
     using Parent = IRefCounted;
     virtual TRef<INibEditView> CurrentEditView() = 0;  ///< null if none
     virtual TRef<INibInsightList> CurrentList() = 0;   ///< null if none
-    /// Inserts at the caret, which ends behind the text. With replaceToken the token
+    /// Inserts at the caret, which ends after the text. With replaceToken the token
     /// that the list was filtered on goes away first.
     virtual void InsertText(std::u16string_view text, bool replaceToken) = 0;
 };
@@ -416,7 +416,7 @@ struct INibEditComposer : IRefCounted {
     /// key that GetCodeInsightType was last told: closing tags, slashes of empty elements,
     /// quotes. It parses the view as an invocation does. The edits follow each other
     /// without overlapping; all offsets are those of the text before the first of them, and
-    /// Caret, the same in all, is that of the text behind the last. A host that makes them
+    /// Caret, the same in all, is that of the text after the last. A host that makes them
     /// itself gives a buffer without a writer to InvokeCodeCompletion, which then writes none.
     virtual void ComposeAids(std::vector<TNibEdit>& edits) = 0;
     /// Of the last Done.

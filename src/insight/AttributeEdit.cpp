@@ -133,7 +133,7 @@ bool HoldsOpenRegion(TParserContext context) {
 }  // namespace
 
 /// The value at the caret as it stands in the buffer now. The user has typed since the
-/// parse, and the engine may have put quotes in, so it is read anew from behind the "=".
+/// parse, and the engine may have put quotes in, so it is read anew from after the "=".
 TAttributeEdit TMLKibitzManager::DescribeValue(INibEditView& view) {
     TMLParser& parser = GetParser();
     TAttributeEdit edit;
@@ -217,7 +217,7 @@ TNibEdit AddAttribute(const TAttributeEdit& value) {
     return edit;
 }
 
-/// A pure insertion keeps apart from its neighbours. The result is what was added behind.
+/// A pure insertion keeps apart from its neighbours. The result is what was added after.
 std::u16string KeepApart(TNibEdit& edit, INibEditView& view) {
     std::string before = ReadBytes(view, edit.Start - 1, edit.Start);
     std::string after = ReadBytes(view, edit.End, edit.End + 1);

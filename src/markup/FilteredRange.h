@@ -61,7 +61,7 @@ struct TFilteredRange {
             return;
         }
         Start = low;
-        // "z" goes up to "[", which sorts behind every letter, only from capital "Z".
+        // "z" goes up to "[", which sorts after every letter, only from capital "Z".
         if (Filter.back() == 'z') Filter.back() = 'Z';
         ++Filter.back();
         for (int32_t i = low; i <= last; ++i) {

@@ -57,7 +57,7 @@ int32_t TMLBufferProducer::ReadBlock() {
         FStream->read(FBuffer, BlockSize);
         return static_cast<int32_t>(FStream->gcount());
     }
-    // Offsets have 31 bits: what lies behind them is not read, so that a reader without an
+    // Offsets have 31 bits: what lies after them is not read, so that a reader without an
     // end has one here. Nor is a reader believed that claims more than it was asked for.
     if (FOffset > std::numeric_limits<int32_t>::max() - BlockSize) return 0;
     auto reader = CreateReader();

@@ -21,7 +21,7 @@ struct IMLBufferProducer : IRefCounted {
     virtual bool Eof() const = 0;
     /// Document offset of a place in the current block, its zero byte included.
     virtual int32_t BufferOffset(const char* position) const = 0;
-    /// Pointer to a byte of the block by its index in the block; null behind its end.
+    /// Pointer to a byte of the block by its index in the block; null after its end.
     virtual const char* BufferAtOffset(int32_t index) const = 0;
     virtual const std::string& GetFilename() const = 0;
 };
@@ -43,7 +43,7 @@ struct IMLBufferRewind : IRefCounted {
     virtual bool Rewind() = 0;
 };
 
-/// A block always ends with a zero byte behind it, so a scanner runs until it meets one.
+/// A block always ends with a zero byte after it, so a scanner runs until it meets one.
 class CARETWELL_API TMLBufferProducer final : public TImplements<IMLBufferProducerInternal, IMLBufferRewind> {
 public:
     static constexpr int32_t BlockSize = 16384;  ///< bytes

@@ -83,7 +83,7 @@ protected:
         auto services = GetService<INibCodeInsightServices>();
         return services ? services->CurrentEditView() : nullptr;
     }
-    /// Writes what a choice writes, with the caret behind it, and notes what became of the
+    /// Writes what a choice writes, with the caret after it, and notes what became of the
     /// key that closed the list.
     bool Write(const TEdit& edit, INibEditView& view, bool forceDelete) {
         if (!Apply(edit, view, forceDelete)) return false;

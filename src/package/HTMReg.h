@@ -17,7 +17,7 @@ namespace caretwell {
 CARETWELL_API void Initialize();
 
 /// Makes both managers (css.xml is read here, markup schemas at the first parse that
-/// asks for them) and registers them with the host. Called once, behind Initialize: before
+/// asks for them) and registers them with the host. Called once, after Initialize: before
 /// it, or a second time, the call does nothing. A host without a registry gets managers
 /// that it can still ask for by their functions.
 CARETWELL_API void IDERegister();

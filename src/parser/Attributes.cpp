@@ -154,7 +154,7 @@ void TMLParser::NoteValuePos(const TAttributeScan& attribute) {
     FScan.ValueLineStart = -1;
 }
 
-/// A word behind the blanks after a "=" is the value if the caret has gone past its beginning and it
+/// A word that blanks keep from its "=" is the value if the caret has gone past its beginning and it
 /// does not have a "=" of its own: <p align = left>. A word that the caret stands before is the next
 /// name, since the value may be still to come.
 bool TMLParser::IsWordAValue(const TAttributeScan& attribute) {

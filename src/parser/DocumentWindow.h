@@ -19,10 +19,10 @@ public:
     bool Open(IMLBufferProducer& producer, TNibEditPos caret);
 
     const char* GetStart() const { return FStart; }
-    const char* GetEnd() const { return FEnd; }  ///< the zero byte behind the block
+    const char* GetEnd() const { return FEnd; }  ///< the zero byte after the block
     int32_t OffsetOf(const char* p) const { return FOffset + static_cast<int32_t>(p - FStart); }
 
-    /// p may be the zero byte behind the block (which lies before a caret that stands
+    /// p may be the zero byte after the block (which lies before a caret that stands
     /// just there, unless the document is known to end) or the byte before the block.
     bool IsBeforeCaret(const char* p) const { return p < FCaret; }
 

@@ -14,7 +14,7 @@
 namespace caretwell {
 
 struct TNameKey {
-    uint64_t Head = 0;    ///< the first eight bytes, folded; zero behind a shorter name
+    uint64_t Head = 0;    ///< the first eight bytes, folded; zero after a shorter name
     uint32_t Length = 0;  ///< in bytes
     uint32_t Hash = 0;    ///< FoldedHash of the name
     bool IsAscii = true;

@@ -16,7 +16,7 @@ const TNameKey TextAreaKey = MakeNameKey("TEXTAREA");
 const TNameKey ScriptKey = MakeNameKey("SCRIPT");
 const TNameKey StyleKey = MakeNameKey("STYLE");
 
-/// Place behind the name characters from p on.
+/// Place after the name characters from p on.
 const char* SkipName(const char* p, const char* end) {
     while (p < end && IsNameByte(*p)) {
         if (static_cast<uint8_t>(*p) < 0x80) {
@@ -211,7 +211,7 @@ void TMLParser::EndTagBeforeCaret(bool endsEmpty) {
 }
 
 /// The tag at the caret ends where the next one begins, at offset. Words after the caret may
-/// then be text that nobody has put behind a ">" yet: <p ^ some text <b>.
+/// then be text that nobody has put after a ">" yet: <p ^ some text <b>.
 void TMLParser::EndCaretTag(int32_t offset) {
     if (FCurrentTagAttrs) FCurrentTagAttrs->DropLoose();
     SetTagOffsetEnd(FCurrentTag.Get(), offset - 1, FInClosingTag, false);

@@ -252,7 +252,7 @@ void TDTDParser::ParseEntity() {
     NextToken();
 }
 
-/// The public identifier behind PUBLIC, and the system identifier, which goes before it.
+/// The public identifier after PUBLIC, and the system identifier, which goes before it.
 void TDTDParser::ParseExternalID(TDTDParameterizedEntity* entity) {
     bool isPublic = IsWord("PUBLIC");
     NextToken();

@@ -80,7 +80,7 @@ void TDTDParser::ParseItem(TDTDExprNode* node) {
     }
 }
 
-/// Reads the mark and the connector behind an item. Without a connector the chain ends.
+/// Reads the mark and the connector after an item. Without a connector the chain ends.
 bool TDTDParser::ParseConnector(TChain& chain) {
     switch (Token()) {
         case tkPlus:
@@ -111,7 +111,7 @@ bool TDTDParser::ParseConnector(TChain& chain) {
 }
 
 /// A group hangs on the item before it, which is none but an empty one if the group
-/// begins its chain. The node behind carries the group's mark and connector.
+/// begins its chain. The node after carries the group's mark and connector.
 void TDTDParser::AttachGroup(TChain& chain, TDTDExprNode* group) {
     if (!chain.Previous) {
         chain.Previous = chain.Current;

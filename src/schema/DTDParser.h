@@ -1,6 +1,6 @@
 // Reads a document type definition: who may contain whom, which attributes exist with
 // which values, and the character entities. It does not validate, and it reads on
-// behind every error.
+// after every error.
 //
 //     TDTDParser parser;
 //     parser.OnError = ...;
@@ -48,7 +48,7 @@ public:
     static constexpr size_t MaxElementAttributes = 250'000;
     /// Entity names, each counted for every element that came out of it.
     static constexpr size_t MaxElementEntities = 250'000;
-    /// Binary rubbish has an error in every byte; nobody reads on behind so many.
+    /// Binary rubbish has an error in every byte; nobody reads on after so many.
     static constexpr int32_t MaxMessages = 1000;
 
     TDTDParser();

@@ -130,7 +130,7 @@ bool TDTDScanner::ReadMinus() {
 }
 
 bool TDTDScanner::ReadRParen() {
-    // Only what touches the parenthesis is its mark: behind a blank, "+" begins the
+    // Only what touches the parenthesis is its mark: after a blank, "+" begins the
     // inclusions of an element.
     if (FPosition[1] == '+') return Take(tkRParenPlus, FPosition + 2);
     return Take(tkRParen, FPosition + 1);
@@ -145,7 +145,7 @@ bool TDTDScanner::ReadRBracket() {
 // Values of attributes may be words that begin with a digit: "2x".
 bool TDTDScanner::ReadNumber() { return Take(tkNumber, SkipRun(FPosition, bcName)); }
 
-// A reference to an entity directly behind a name goes on with it: modular definitions write
+// A reference to an entity directly after a name goes on with it: modular definitions write
 // "xmlns:%prefix;" in the values of their entities.
 bool TDTDScanner::ReadIdentifier() {
     const char* end = SkipRun(FPosition + 1, bcName);

@@ -72,7 +72,7 @@ struct TDTDKeywordSymbol : TDTDSymbol {
     TTokenKind FTokenKind;
 };
 
-/// Broken input is reported through the parser, and the scan goes on behind it.
+/// Broken input is reported through the parser, and the scan goes on after it.
 class TDTDScanner {
 public:
     static constexpr int32_t BlockSize = 16384;

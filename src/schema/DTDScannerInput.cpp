@@ -51,7 +51,7 @@ void TDTDScanner::FillBuffer() {
     if (!FIncludes.empty() && !Spend(static_cast<size_t>(FBufferLength))) FBuffer[0] = 0;
 }
 
-/// Index behind the last line break before end; 0 if there is none.
+/// Index after the last line break before end; 0 if there is none.
 int32_t TDTDScanner::FindLastBreak(int32_t end) const {
     while (end > 0 && !IsLineBreak(FBuffer[static_cast<size_t>(end - 1)])) --end;
     return end;

@@ -25,7 +25,7 @@ namespace caretwell {
 
 /// What a name declares or refers to.
 enum TDeclType : uint8_t { dtNone, dtAttribute, dtParameterizedEntity, dtEntity, dtElement };
-/// The connector behind an item of a content model.
+/// The connector after an item of a content model.
 enum TExprOp : uint8_t { eoNull, eoLogicalOr, eoSequence, eoLogicalAnd };
 /// The occurrence mark of an item.
 enum TExprAttributes : uint8_t { eaNone, eaZeroOrMore, eaOneOrMore, eaZeroOrOne };
@@ -189,7 +189,7 @@ struct TDTDElement : TDTDSymbol {
     std::span<const std::string_view> GetEntity() const { return FEntityNames.View(); }
 
     /// Entry 0 of the element's list is its content model, wherever the ELEMENT
-    /// declaration stands: behind an ATTLIST it takes the place kept for it. The
+    /// declaration stands: after an ATTLIST it takes the place kept for it. The
     /// first declaration stands in entry 0, a second one goes to the end.
     void AddContent(TDTDExprNode* content);
 

@@ -30,7 +30,7 @@ struct TXMLParticle {
     uint32_t Least = 1, Most = 1;
     std::optional<TXMLDeclaration> Element;
     TXMLWildcard Wildcard;
-    uint32_t End = 0;  ///< index behind the last of its parts
+    uint32_t End = 0;  ///< index after the last of its parts
 };
 
 struct TXMLContent {

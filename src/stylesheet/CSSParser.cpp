@@ -71,7 +71,7 @@ void TStyleSheetParser::Regain(TStyleSheetToken token) {
 }
 
 // A term drops what it does not know, also a ";" or "}". With the caret directly
-// behind, the caret still stands in the value; with more text behind, declaration and
+// after, the caret still stands in the value; with more text after, declaration and
 // block have ended there all the same.
 //     a { color: ; ^        still in the value of color
 //     a { color: } b { ^    in the block of b

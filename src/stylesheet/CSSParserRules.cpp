@@ -32,7 +32,7 @@ void TStyleSheetParser::ParseStyleSheet() {
     }
 }
 
-/// False at a token that begins no rule: whatever lies behind is not read.
+/// False at a token that begins no rule: whatever lies after is not read.
 bool TStyleSheetParser::ParseTopRule() {
     if (BeginsSelector(FToken) || FToken == '*') ParseRuleSet();
     else if (FToken == toPage) ParsePage();

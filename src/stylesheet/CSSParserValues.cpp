@@ -15,7 +15,7 @@ bool ContinuesExpr(TStyleSheetToken token) {
 
 }  // namespace
 
-// "+" and "-" continue nothing: only a first term, or one behind an operator, has a sign.
+// "+" and "-" continue nothing: only a first term, or one after an operator, has a sign.
 void TStyleSheetParser::ParseExpr() {
     if (NoteCaret(kpExpr)) return;
     ParseTerm();

@@ -368,7 +368,7 @@ TStyleSheetToken TStyleSheetScanner::ReadWord() {
     return JoinParenthesis(toIdent);
 }
 
-// "#", "@" or "!" and the name behind it, which alone is the text. White space may
+// "#", "@" or "!" and the name after it, which alone is the text. White space may
 // stand between "!" and its word.
 TStyleSheetToken TStyleSheetScanner::ReadMarkedName(TStyleSheetToken (*lookup)(std::string_view)) {
     if (*FCurrent++ == '!') SkipWhitespace();

@@ -2,7 +2,7 @@
 //
 //     a{col^or: red   ->   toIdent "a", "{", toIdent "color", toCaret, toCaret, ...
 //
-// The scanner knows the caret: no token begins at or behind it, and from there on only
+// The scanner knows the caret: no token begins at or after it, and from there on only
 // toCaret comes. So the parser stops just there, in whatever rule it happens to be, and
 // every loop in it ends. A token that has begun before the caret is read to its end.
 //
@@ -47,7 +47,7 @@ enum : TStyleSheetToken {
     toPercentage = 149,  ///<
     toNumber = 150,      ///<
     toURI = 151,         ///< url with its argument; the text is "url"
-    toFunction = 152,    ///< a name with "(" behind it, which stays the next token
+    toFunction = 152,    ///< a name with "(" after it, which stays the next token
     toUnicodeRange = 153
 };
 

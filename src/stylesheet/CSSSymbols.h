@@ -213,7 +213,7 @@ public:
     /// Empty for an index out of range.
     std::string GetKibitzProp(int32_t index) const;
     int32_t GetKibitzValueCount() const;
-    /// A type shows with three points behind its name, which is the name of its editor
+    /// A type shows with three points after its name, which is the name of its editor
     /// too. Empty for an index out of range.
     std::string GetKibitzValue(int32_t index) const;
 

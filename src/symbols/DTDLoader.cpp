@@ -66,7 +66,7 @@ void AddValues(INibMLTagAttribute& target, const TDTDAttribute& attribute, TDTDE
     }
 }
 
-/// The points behind value 0 mark it as a pseudo value, the sign of a dialog.
+/// The points after value 0 mark it as a pseudo value, the sign of a dialog.
 TRef<INibMLEditor> TakeEditor(TMLSymbolManager& manager, INibMLTagAttribute& target, std::string_view word) {
     bool isColor = SameText(word, std::string_view("color"));
     bool isUri = word == "uri";
@@ -97,7 +97,7 @@ TRef<INibMLTagAttribute> MakeAttribute(TMLSymbolManager& manager, const TDTDAttr
     return target;
 }
 
-/// Entry 0 is the content model; the attributes stand behind it.
+/// Entry 0 is the content model; the attributes stand after it.
 void AddAttributes(TMLSymbolManager& manager, THTMLTag& tag, const TDTDExprList& list) {
     for (int32_t i = 1; i < list.GetCount(); ++i) {
         TDTDExprNode* node = list.GetExpr(i);

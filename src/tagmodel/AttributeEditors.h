@@ -27,7 +27,7 @@ struct INibMLEditorRegistry : IRefCounted {
     virtual TRef<INibMLEditor> GetEditor(std::string_view editorId) = 0;
 };
 
-/// What the three editors share: a value, and nothing to do behind its insertion.
+/// What the three editors share: a value, and nothing to do after its insertion.
 class TAttributeEditorBase : public TImplements<INibMLEditor> {
 public:
     int32_t RelativeMoveCaretPos() override { return 0; }

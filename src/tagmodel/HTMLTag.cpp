@@ -18,7 +18,7 @@ bool IsInOrder(const std::vector<TRef<I>>& list) {
 }
 
 // Lists are sorted again around every parse, mostly unchanged. Names are asked for once
-// each: they lie far from the list and behind the case of the moment.
+// each: they lie far from the list and after the case of the moment.
 template <class I>
 void SortByName(std::vector<TRef<I>>& list) {
     if (IsInOrder(list)) return;

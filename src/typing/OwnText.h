@@ -34,7 +34,7 @@ public:
     void Check(INibEditView& view, int32_t caret);
     /// The key goes into the text. Takes away quotes that it does not want around it.
     void DropQuotes(INibEditView& view, char32_t key);
-    /// The key is there already: it is not to be typed. Moves the caret behind it.
+    /// The key is there already: it is not to be typed. Moves the caret after it.
     bool TypeOver(INibEditView& view, char32_t key);
     /// The key has been typed. One that ends a closing tag takes the engine's own away.
     void KeyTyped(INibEditView& view, char32_t key);
@@ -43,7 +43,7 @@ public:
     void TextDeleted(INibEditView& view);
     /// A value without quotes is being typed between the engine's.
     bool IsInPlainValue() const { return FQuotes == TQuotes::Plain; }
-    /// Moves the caret behind the closing quote.
+    /// Moves the caret after the closing quote.
     void LeaveQuotes(INibEditView& view);
     void Forget();
     bool HasClosingTag() const { return !FAhead.empty() && FAhead.front().IsClosingTag(); }

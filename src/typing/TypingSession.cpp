@@ -324,7 +324,7 @@ TListItem TTypingSession::Item(int32_t index) const {
     return item;
 }
 
-// A value stands in the column of types, behind a blank.
+// A value stands in the column of types, after a blank.
 std::u16string TTypingSession::NameOf(int32_t index) const {
     std::u16string text = FSymbols->GetSymbolText(index);
     if (!text.empty()) return text;

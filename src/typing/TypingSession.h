@@ -162,7 +162,7 @@ private:
     TOwnText FOwn;
     bool FIsBusy = false;  // a key is at work
     bool FIsRequested = false;
-    bool FIsInValue = false;  // of a style sheet, which goes on behind each blank
+    bool FIsInValue = false;  // of a style sheet, which goes on after each blank
     TNext FNext = TNext::ByKey;
     uint64_t FRevision = 0;  // after the last key
     int32_t FCaret = 0;
