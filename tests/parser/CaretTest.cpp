@@ -161,7 +161,7 @@ TEST(Caret, OpenTags) {
 
 // Under many open tags a closing tag goes name by name, and drops what it would drop one by one.
 TEST(Caret, ManyOpenTags) {
-    for (size_t count : {10, 100}) {
+    for (size_t count : {10u, 100u}) {
         std::string open = Repeat("b1 ", count);
         EXPECT_EQ(Open("<a></a><div><x><p><ul>" + Repeat("<b>", count) + "</div>^"),
                   open + "ul1 |" + Repeat(" </b>1", count) + " </ul>1")
