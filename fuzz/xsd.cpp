@@ -48,7 +48,8 @@ void WalkType(const TXMLType& type) {
     }
     auto walk = [](const TXMLDeclaration& attribute) {
         attribute.GetName();
-        attribute.FindNamespace(attribute.GetTypeText());
+        attribute.IsRequired();
+        attribute.GetFixed();
         attribute.GetDataType().GetEnumerations();
     };
     for (const auto& attribute : type.GetAttributes()) walk(attribute);

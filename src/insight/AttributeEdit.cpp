@@ -169,10 +169,32 @@ TAttributeEdit TMLKibitzManager::DescribeValue(INibEditView& view) {
     return edit;
 }
 
+namespace {
+
+/// In a value of several names, as rel and sandbox have them, an item takes the place of the one at
+/// the caret, and the others stay.
+std::u16string InItsPlace(const TAttributeEdit& value, int32_t caret, std::u16string item) {
+    std::string text = ToUtf8(value.OldValue);
+    int32_t at = caret - (value.AttributeEnd - (value.CloseQuote != 0) - value.OldLength);
+    bool isKnown = value.OldLength >= 0 && value.OpenQuote && at >= 0 && at <= value.OldLength;
+    if (!isKnown || item.find(u' ') != item.npos) return item;
+    std::string_view whole = text;
+    std::string_view before = whole.substr(0, static_cast<size_t>(at));
+    before = before.substr(0, before.find_last_of(BlankBytes) + 1);
+    std::string_view after =
+        whole.substr(std::min(whole.find_first_of(BlankBytes, static_cast<size_t>(at)), whole.size()));
+    auto isList = [&](std::string_view names) {
+        return std::ranges::all_of(names, [](char c) { return IsNameByte(c) || IsBlankByte(c); });
+    };
+    return isList(before) && isList(after) ? ToUtf16(before) + item + ToUtf16(after) : item;
+}
+
+}  // namespace
+
 /// Every value that comes by way of a list is quoted.
 TEdit TMLKibitzManager::ComposeValue(const TChoice& choice, std::u16string text) {
     TAttributeEdit value = DescribeValue(*choice.View);
-    value.NewValue = std::move(text);
+    value.NewValue = InItsPlace(value, CaretOffsetOf(*choice.View), std::move(text));
     TValueScope<bool> quoting(FAutoQuote, true);
     return WithClosingKey(ComposeAttributeValue(value), choice);
 }

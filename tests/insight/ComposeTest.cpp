@@ -134,6 +134,9 @@ TEST(Choice, OfAnItem) {
         {"<p align=^>\n", "left", ' ', "<p align=\"left\" ^>\n written"},
         {"<p align=^center>\n", "left", 13, "<p align=\"left\"^>\n"},
         {"<p align=\"left^\">\n", "left", 13, "<p align=\"left\"^>\n"},
+        // Of several names the one at the caret; a value that is no list of names goes whole.
+        {"<p align=\"one l^x two\">\n", "left", 13, "<p align=\"one left two\"^>\n"},
+        {"<p align=\"(one) l^\">\n", "left", 13, "<p align=\"left\"^>\n"},
         // An open quote before other attributes; one that stands after the caret.
         {"<p align=\"l^ class=\"y\">x\n", "left", 13, "<p align=\"left\"^ class=\"y\">x\n"},
         {"<p align=\"^ class='y'>x\n", "left", 13, "<p align=\"left\"^ class='y'>x\n"},
