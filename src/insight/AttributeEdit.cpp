@@ -183,10 +183,11 @@ std::u16string InItsPlace(const TAttributeEdit& value, int32_t caret, std::u16st
     before = before.substr(0, before.find_last_of(BlankBytes) + 1);
     std::string_view after =
         whole.substr(std::min(whole.find_first_of(BlankBytes, static_cast<size_t>(at)), whole.size()));
-    auto isList = [&](std::string_view names) {
-        return std::ranges::all_of(names, [](char c) { return IsNameByte(c) || IsBlankByte(c); });
-    };
-    return isList(before) && isList(after) ? ToUtf16(before) + item + ToUtf16(after) : item;
+    std::string others(before);
+    others += after;
+    bool areNames = std::ranges::any_of(others, IsNameByte) &&
+                    std::ranges::all_of(others, [](char c) { return IsNameByte(c) || IsBlankByte(c); });
+    return areNames ? ToUtf16(before) + item + ToUtf16(after) : item;
 }
 
 }  // namespace
