@@ -117,7 +117,7 @@ private:
     std::string FindFile(TData& data, pugi::xml_node node, const std::string& location) {
         if (IsAbsolute(location)) {
             // Nothing is fetched, but who has put the file into the folder means that one.
-            std::string name = Unescape(FileNameOf(location));
+            std::string name(FileNameOf(Unescape(location)));
             for (const std::string& folder : {FolderOf(data.FileName), FSet.Folder})
                 if (!name.empty() && GetPlatform().FileExists(folder + name)) return folder + name;
             data.Report(node, xsHint, "Schema location " + location + " is not followed");

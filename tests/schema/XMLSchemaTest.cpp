@@ -39,15 +39,16 @@ struct TRun {
     TTemporaryFolder Folder;
     std::string Elements, Messages;
     TXMLSchemaLibrary Library{[this](const TXMLSchemaMessage& message) {
-        std::string file = message.FileName.substr(Folder.Path().size());
+        std::string file = message.FileName.substr(Folder.Path("schemas/").size());
         std::string place = (file == "main.xsd" ? "" : file + ":") + std::to_string(message.Line) + ": ";
         Messages += "\n" + place + message.Text;
     }};
 
     explicit TRun(const std::string& text, const decltype(TFileCase::FFiles)& files = {}) {
-        for (const auto& [name, part] : files) Folder.Write(name, Schema(part));
+        for (const auto& [name, part] : files) Folder.Write("schemas/" + name, Schema(part));
         try {
-            const auto& schema = Library.Load(Folder.Write("main.xsd", Schema(text)), Folder.Path());
+            const auto& schema =
+                Library.Load(Folder.Write("schemas/main.xsd", Schema(text)), Folder.Path("schemas/"));
             for (const auto& element : schema.GetElements())
                 Elements += (Elements.empty() ? "" : " ") + ShowElement(element);
         } catch (const EXMLSchemaError& error) {
