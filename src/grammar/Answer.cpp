@@ -19,7 +19,7 @@ public:
     }
 
     TGrammarAnswer Make() {
-        FAnswer.IsExact = true;
+        FAnswer.IsExact = !FWalk.IsSpent();
         AddOpenLevels();
         AddRequired();
         AddSorted(FAnswer.Now, FNow);
@@ -32,6 +32,7 @@ private:
     static constexpr int MostLeftOut = 4;
     static constexpr size_t MostEnded = 100;
     static constexpr size_t MostFollowing = 16;
+    static constexpr uint32_t MostMoves = 500'000;
 
     bool IsComplete(const TOpenElement& open) const {
         return open.State == Loose || FGrammar.Models().IsComplete(open.State);
@@ -60,6 +61,11 @@ private:
             FGrammar.Get(holder.Element).Alphabet.ForEach([&](TName name) { Add(holder, name); });
         AddExceptions(holder);
         for (const TContentModels::TMove& move : FGrammar.Models().GetMoves(holder.State)) {
+            if (FMovesLeft == 0) {
+                FAnswer.IsExact = false;
+                return;
+            }
+            --FMovesLeft;
             if (move.Name >= FirstWildcard) {
                 FGrammar.GetMatches(move.Name).ForEach([&](TName name) { Add(holder, name); });
             } else if (FWalk.MayHold(holder, move.Name)) {
@@ -196,6 +202,7 @@ private:
     TGrammarAnswer FAnswer;
     TNameSet FNow, FRequired;
     std::unordered_set<uint64_t> FSeen;
+    uint32_t FMovesLeft = MostMoves;
     std::vector<TName> FFollowing;
 };
 

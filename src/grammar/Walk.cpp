@@ -9,6 +9,9 @@ namespace {
 
 constexpr int MostLeftOut = 4;     // opening tags before one tag
 constexpr size_t MostEnded = 100;  // elements that one tag ends or passes over
+// Moves looked at for the tags left out before one tag, and in a whole walk: a schema may let
+// everything be left out everywhere.
+constexpr uint32_t MostMovesOfTag = 20'000, MostMoves = 4'000'000;
 constexpr TState NoState = TContentModels::NoState;
 constexpr TState Loose = TContentModels::Loose;
 
@@ -17,7 +20,8 @@ constexpr TState Loose = TContentModels::Loose;
 void TWalk::Begin(const TTagLog& log, bool isXML, TName context) {
     if (FIsXML != isXML) ForgetNames();
     FIsXML = isXML;
-    FHasLastOpened = false;
+    FHasLastOpened = FIsSpent = false;
+    FMovesLeft = MostMoves;
     Resolve(log);
     FOpen.clear();
     std::ranges::fill(FTops, -1);
@@ -119,25 +123,39 @@ TState TWalk::StepIn(const TOpenElement& holder, TState state, TName name) {
     return isIncluded ? state : NoState;
 }
 
+// The moves of an answer that is known count again, so that no walk depends on those before it.
 TWalk::TInference TWalk::Infer(const TOpenElement& holder, TName name) {
     uint64_t key = uint64_t{holder.State} << 32 | name;
     // Exceptions may forbid what the models allow, and then the answer is of this place alone.
     bool isKept = holder.Exceptions == 0 && holder.Limit == NoLimit;
-    if (isKept)
-        if (auto known = FInferred.find(key); known != FInferred.end()) return known->second;
+    uint32_t allowed = std::min(MostMovesOfTag, FMovesLeft);
+    auto known = isKept ? FInferred.find(key) : FInferred.end();
     TInference result;
-    for (int depth = 1; depth <= MostLeftOut && result.State == NoState; ++depth)
-        result = InferWithin(holder, holder.State, name, depth);
-    if (isKept && FInferred.size() < TContentModels::MaxStates) FInferred.emplace(key, result);
+    if (known != FInferred.end()) {
+        result = known->second;
+    } else {
+        uint32_t left = allowed;
+        for (int depth = 1; depth <= MostLeftOut && result.State == NoState; ++depth)
+            result = InferWithin(holder, holder.State, name, depth, left);
+        result.Moves = allowed - left;
+        bool isWhole = allowed == MostMovesOfTag;
+        if (isKept && isWhole && FInferred.size() < TContentModels::MaxStates) FInferred.emplace(key, result);
+    }
+    FIsSpent |= result.Moves >= allowed;
+    if (result.Moves > allowed) result = {.Moves = allowed};
+    FMovesLeft -= result.Moves;
     return result;
 }
 
 // An element whose opening tag is left out may hold the name; or it is left out whole, and the
 // name comes after it.
-TWalk::TInference TWalk::InferWithin(const TOpenElement& holder, TState state, TName name, int depth) {
+TWalk::TInference TWalk::InferWithin(const TOpenElement& holder, TState state, TName name, int depth,
+                                     uint32_t& left) {
     std::span<const TContentModels::TMove> moves = FGrammar.Models().GetMoves(state);
     std::vector<TContentModels::TMove> omissible;
     for (const auto& move : moves) {
+        if (left == 0) return {};
+        --left;
         TElementId child =
             move.Name < FirstWildcard ? FGrammar.FindChild(holder.Element, move.Name) : UnknownElement;
         if (child != UnknownElement && FGrammar.Get(child).MayOmitStart && MayHold(holder, move.Name))
@@ -147,7 +165,7 @@ TWalk::TInference TWalk::InferWithin(const TOpenElement& holder, TState state, T
         TElementId child = FGrammar.FindChild(holder.Element, move.Name);
         TOpenElement inner = MakeOpen(holder, child);
         if (StepIn(inner, inner.State, name) != NoState) return {state, move.Name};
-        if (depth > 1 && InferWithin(inner, inner.State, name, depth - 1).State != NoState)
+        if (depth > 1 && InferWithin(inner, inner.State, name, depth - 1, left).State != NoState)
             return {state, move.Name};
     }
     for (const auto& move : omissible) {
@@ -155,7 +173,7 @@ TWalk::TInference TWalk::InferWithin(const TOpenElement& holder, TState state, T
         if (!model.MayOmitEnd || move.Target == state || move.Target == Loose) continue;
         if (StepIn(holder, move.Target, name) != NoState) return {move.Target, NoName};
         if (depth <= 1) continue;
-        TInference later = InferWithin(holder, move.Target, name, depth - 1);
+        TInference later = InferWithin(holder, move.Target, name, depth - 1, left);
         if (later.State != NoState) return later;
     }
     return {};

@@ -49,6 +49,8 @@ public:
     /// Outermost first; the first is the document itself. Those that are gone count for nothing.
     const std::vector<TOpenElement>& GetOpen() const { return FOpen; }
     bool IsXML() const { return FIsXML; }
+    /// Somewhere before the caret too many tags might have been left out to look at all of them.
+    bool IsSpent() const { return FIsSpent; }
     /// How the name of an open element is written.
     std::string GetText(const TOpenElement& element) const;
     /// What the number of a name in the log means; NoName if the schema has no such element.
@@ -68,6 +70,7 @@ private:
     struct TInference {
         TState State = TContentModels::NoState;
         TName Opens = NoName;
+        uint32_t Moves = 0;  ///< that were looked at for it
     };
     struct TManner {
         bool IsMisplaced = false;
@@ -91,7 +94,7 @@ private:
     void PlaceAnyhow(TName name, uint32_t key, int32_t offset);
     TState StepOverUnknown(TState state);
     TInference Infer(const TOpenElement& holder, TName name);
-    TInference InferWithin(const TOpenElement& holder, TState state, TName name, int depth);
+    TInference InferWithin(const TOpenElement& holder, TState state, TName name, int depth, uint32_t& left);
     void Push(TName name, uint32_t key, int32_t offset, TManner manner);
     void Close(uint32_t number);
     void CloseTo(size_t count);
@@ -102,6 +105,8 @@ private:
     std::vector<TOpenElement> FOpen;
     std::vector<int32_t> FTops;  // innermost open element by key; -1 for none
     bool FIsXML = false;
+    bool FIsSpent = false;
+    uint32_t FMovesLeft = 0;
     bool FHasLastOpened = false;      // the last opening tag left an element open
     std::vector<TMeaning> FMeanings;  // by the number of the log
     std::vector<std::string> FTexts;  // by key

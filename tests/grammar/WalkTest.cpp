@@ -3,6 +3,7 @@
 
 #include "grammar/WalkText.h"
 #include "grammar/XSDGrammar.h"
+#include "support/Cases.h"
 #include "support/LoaderTest.h"
 #include "symbols/XSDLoader.h"
 #include "symbols/XSDPlan.h"
@@ -98,6 +99,19 @@ TEST(Walk, Xml) {
     };
     TDTDText page(Page);
     for (const auto& c : cases) EXPECT_EQ(page.At(c.Document, true), c.Answer) << c.Document;
+}
+
+// Where everything may be left out everywhere, no tag and no caret takes for ever.
+TEST(Walk, ManyOmissibleTags) {
+    std::string names = "a0";
+    for (int i = 1; i < 300; ++i) names += "|a" + std::to_string(i);
+    for (const char* exception : {"", " -(a9)"}) {
+        TDTDText page("<!ELEMENT (html|" + names + ") O O (" + names + ")*" + exception +
+                      "><!ELEMENT lost - - (#PCDATA)>");
+        std::string answer = page.At("<html><a1>" + Repeat("<lost></lost>", 20) + "<a2>");
+        EXPECT_TRUE(answer.starts_with("~a0 a1 ")) << answer.substr(0, 99);
+        EXPECT_TRUE(answer.ends_with("| | a2 a1 html")) << answer.substr(answer.size() - 99);
+    }
 }
 
 constexpr const char* Order = R"(
