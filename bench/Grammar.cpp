@@ -70,29 +70,27 @@ size_t CompileAll(TGrammar& grammar) {
     return moves;
 }
 
+template <class TMake>
+void Compile(benchmark::State& state, TMake make) {
+    size_t moves = 1;
+    for (auto _ : state) {
+        TLap lap(state);
+        moves = CompileAll(*make());
+    }
+    if (!moves) state.SkipWithError("nothing was compiled");
+}
+
 void CompileDTD(benchmark::State& state) {
     TSession session;
     TDTDParser parser;
     parser.LoadFromFile(SchemaFolder() + "loose.dtd");
-    size_t moves = 1;
-    for (auto _ : state) {
-        TLap lap(state);
-        TDTDGrammar grammar(parser);
-        moves = CompileAll(grammar);
-    }
-    if (!moves) state.SkipWithError("nothing was compiled");
+    Compile(state, [&] { return std::make_unique<TDTDGrammar>(parser); });
 }
 
 void CompileXSD(benchmark::State& state) {
     TSession session(DocBook);
     auto plan = TXSDLoader(MLSymbolManager()).GetPlan(std::string(DocBook) + "docbook.xsd");
-    size_t moves = 1;
-    for (auto _ : state) {
-        TLap lap(state);
-        TXSDGrammar grammar(plan);
-        moves = CompileAll(grammar);
-    }
-    if (!moves) state.SkipWithError("nothing was compiled");
+    Compile(state, [&] { return std::make_unique<TXSDGrammar>(plan); });
 }
 
 struct TSize {

@@ -112,9 +112,12 @@ bool TMLParser::ScanAttributeValue(TAttributeScan& attribute, std::string& value
     if (attribute.Symbol) attribute.Symbol->SetOffsetEnd(attribute.ValueStart);
     int32_t offset = Offset();
     SkipWhiteSpace();
-    attribute.HasBlankBefore = FPosition != afterEquals || Offset() != offset;
-    attribute.IsOnLine = FPosition - afterEquals == Offset() - offset &&
-                         std::none_of(afterEquals, FPosition, [](char c) { return IsLineBreak(c); });
+    if (Offset() != offset) {
+        // Blanks over the border of a block count as lines: who writes so many means no value.
+        bool isBlank = FPosition - afterEquals == Offset() - offset &&
+                       std::none_of(afterEquals, FPosition, [](char c) { return IsLineBreak(c); });
+        attribute.Gap = isBlank ? TAttributeScan::TGap::Blanks : TAttributeScan::TGap::Lines;
+    }
     if (attribute.Symbol) attribute.Symbol->SetAttributeValueStartOffset(attribute.ValueStart);
     NoteValuePos(attribute);
     char first = *FPosition;
@@ -158,7 +161,7 @@ void TMLParser::NoteValuePos(const TAttributeScan& attribute) {
 /// does not have a "=" of its own: <p align = left>. A word that the caret stands before is the next
 /// name, since the value may be still to come.
 bool TMLParser::IsWordAValue(const TAttributeScan& attribute) {
-    if (!attribute.IsOnLine || !IsBeforeCaret(FPosition)) return false;
+    if (attribute.Gap != TAttributeScan::TGap::Blanks || !IsBeforeCaret(FPosition)) return false;
     NeedAhead(TDocumentWindow::MaxKept);
     const char* end = FWindow.GetEnd();
     const char* p = FPosition;
@@ -171,7 +174,8 @@ bool TMLParser::IsWordAValue(const TAttributeScan& attribute) {
 /// False if the document ended inside the value.
 bool TMLParser::ReadAttributeValue(TAttributeScan& attribute, std::string& value) {
     INibMLTagAttribute* symbol = attribute.Symbol.Get();
-    bool isRead = attribute.IsQuoted || !attribute.HasBlankBefore || IsWordAValue(attribute);
+    bool isRead =
+        attribute.IsQuoted || attribute.Gap == TAttributeScan::TGap::None || IsWordAValue(attribute);
     if (isRead) GetTagAttrValue(attribute.IsQuoted, value);
     if (symbol) symbol->SetOffsetEnd(isRead ? Offset() : attribute.ValueStart);
     if (!IsAtEnd() || NextBlock()) return true;

@@ -115,8 +115,7 @@ private:
         bool TouchesCaret = false;  // the caret stands in the name or directly at it
         bool IsLoose = false;       // it may belong to text after a tag that nobody has ended
         bool IsQuoted = false;
-        bool HasBlankBefore = false;  // white space between "=" and the value
-        bool IsOnLine = false;        // and no line break
+        enum class TGap : uint8_t { None, Blanks, Lines } Gap = TGap::None;  // between "=" and the value
         int32_t ValueStart = 0;
     };
 

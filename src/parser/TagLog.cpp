@@ -11,24 +11,13 @@ void TTagLog::Begin(std::string context) {
     if (FRows.capacity() > KeptRows) FRows.shrink_to_fit();
     if (FNames.size() <= KeptNames) return;
     FNames.clear();
-    FSlots.assign(64, 0);
+    FByName.Clear();
     ++FNaming;
 }
 
 uint32_t TTagLog::AddName(const TNameKey& key, std::string_view name) {
-    FNames.push_back({std::string(name), key.Hash});
-    if (FNames.size() * 2 > FSlots.size()) {
-        FSlots.assign(FSlots.size() * 2, 0);
-        for (uint32_t i = 0; i + 1 < FNames.size(); ++i) EnterSlot(i);
-    }
-    EnterSlot(static_cast<uint32_t>(FNames.size()) - 1);
-    return static_cast<uint32_t>(FNames.size()) - 1;
-}
-
-void TTagLog::EnterSlot(uint32_t number) {
-    size_t i = FNames[number].Hash & (FSlots.size() - 1);
-    while (FSlots[i]) i = (i + 1) & (FSlots.size() - 1);
-    FSlots[i] = number + 1;
+    FNames.emplace_back(name);
+    return FByName.Add(key.Hash, static_cast<uint32_t>(FNames.size()) - 1);
 }
 
 }  // namespace caretwell

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "markup/NameMap.h"
 #include "parser/NameKey.h"
 
 namespace caretwell {
@@ -47,35 +48,27 @@ public:
     /// The element in which the document is taken to stand; empty for none.
     const std::string& GetContext() const { return FContext; }
     size_t GetNameCount() const { return FNames.size(); }
-    const std::string& GetName(uint32_t number) const { return FNames[number].Text; }
+    const std::string& GetName(uint32_t number) const { return FNames[number]; }
     /// Changes when names get other numbers.
     uint64_t GetNaming() const { return FNaming; }
 
 private:
-    struct TName {
-        std::string Text;
-        uint32_t Hash;
-    };
     bool Admit(bool isBeforeCaret) {
         if (isBeforeCaret) ++FBeforeCaret;
         else if (FRows.size() - FBeforeCaret >= MaxAfterCaret) return false;
         return true;
     }
     uint32_t NumberOf(const TNameKey& key, std::string_view name) {
-        for (size_t i = key.Hash & (FSlots.size() - 1); FSlots[i]; i = (i + 1) & (FSlots.size() - 1)) {
-            const TName& known = FNames[FSlots[i] - 1];
-            if (known.Hash == key.Hash && known.Text == name) return FSlots[i] - 1;
-        }
-        return AddName(key, name);
+        auto* known = FByName.Find(key.Hash, [&](uint32_t number) { return FNames[number] == name; });
+        return known ? *known : AddName(key, name);
     }
     uint32_t AddName(const TNameKey& key, std::string_view name);
-    void EnterSlot(uint32_t number);
 
     std::vector<TRow> FRows;
     size_t FBeforeCaret = 0;
     std::string FContext;
-    std::vector<TName> FNames;
-    std::vector<uint32_t> FSlots = std::vector<uint32_t>(64);  // numbers from 1, by hash
+    std::vector<std::string> FNames;  // as they are written, by number
+    TNameMap<uint32_t> FByName;
     uint64_t FNaming = 0;
 };
 

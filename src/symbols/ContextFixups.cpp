@@ -157,9 +157,9 @@ void InsertXSLElements(TContextFixups& fixups, TMLSymbolManager& manager, INibML
     if (isXSL && !IsTemplate(tag)) return;
     const TTagEntry* entry = FindXSLSource(parser, isXSL);
     // A style sheet may begin with a literal element, and a variable stand outside of templates.
-    INibMLTag* outside = parser.GetTagStack() ? manager.GetTagFromHashList(u"xsl:template").Get() : nullptr;
-    INibMLTag* source = entry ? entry->Tag.Get() : outside;
-    if (source && source != &tag) AddOtherElements(fixups, manager, tag, *source, isXSL);
+    TRef<INibMLTag> source = entry ? entry->Tag : nullptr;
+    if (!entry && parser.GetTagStack()) source = manager.GetTagFromHashList(u"xsl:template");
+    if (source && source.Get() != &tag) AddOtherElements(fixups, manager, tag, *source, isXSL);
     tag.AlphaSort();
 }
 

@@ -16,6 +16,11 @@ constexpr std::string_view InvalidFile = "Invalid schema file \"%s\"";
 
 bool Exists(const std::string& path) { return GetPlatform().FileExists(path); }
 
+bool IsDefinition(const std::string& path) {
+    std::string extension = ExtensionOf(path);
+    return (extension == ".dtd" || extension == ".xsd") && Exists(path);
+}
+
 }  // namespace
 
 void TSchemaSelection::Begin(const std::string& fileName) {
@@ -129,15 +134,6 @@ bool TSchemaSelection::FollowNamespaces(const TDocumentNamespaces& value) {
 
 // ---- documents that may name their schema
 
-namespace {
-
-bool IsDefinition(const std::string& file) {
-    std::string extension = ExtensionOf(file);
-    return extension == ".dtd" || extension == ".xsd";
-}
-
-}  // namespace
-
 bool TSchemaSelection::Select(const std::string& name, std::string_view outputLanguage, bool isBeingTyped) {
     TKibitzMode mode = FManager.GetKibitzMode();
     if (mode == kmXML) return SelectFree(name);
@@ -145,7 +141,7 @@ bool TSchemaSelection::Select(const std::string& name, std::string_view outputLa
     // A name that is no file of the schema folder is never opened, wherever it leads: such a
     // document gets what it would have without a name.
     std::string missing;
-    if (!Exists(file) || !IsDefinition(file)) {
+    if (!IsDefinition(file)) {
         std::string standard = GetSchemaFileName({}, mode);
         missing = name.empty() ? standard : name;
         file = Exists(standard) ? standard : std::string();
