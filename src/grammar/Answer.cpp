@@ -29,8 +29,8 @@ public:
     }
 
 private:
-    static constexpr int MostLeftOut = 4;
-    static constexpr size_t MostEnded = 100;
+    static constexpr int MostLeftOut = TWalk::MostLeftOut;
+    static constexpr size_t MostEnded = TWalk::MostEnded;
     static constexpr size_t MostFollowing = 16;
     static constexpr uint32_t MostMoves = 500'000;
 

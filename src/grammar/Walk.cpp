@@ -7,8 +7,6 @@
 namespace caretwell {
 namespace {
 
-constexpr int MostLeftOut = 4;     // opening tags before one tag
-constexpr size_t MostEnded = 100;  // elements that one tag ends or passes over
 // Moves looked at for the tags left out before one tag, and in a whole walk: a schema may let
 // everything be left out everywhere.
 constexpr uint32_t MostMovesOfTag = 20'000, MostMoves = 4'000'000;

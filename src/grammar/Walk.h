@@ -33,6 +33,9 @@ struct TOpenElement {
 
 class TWalk {
 public:
+    static constexpr int MostLeftOut = 4;     ///< opening tags before one tag
+    static constexpr size_t MostEnded = 100;  ///< elements that one tag ends or passes over
+
     explicit TWalk(TGrammar& grammar) : FGrammar(grammar), FPlaces(grammar) {}
 
     /// Starts at the top of a document, in the element `context` if that is no NoName.
